@@ -1,0 +1,83 @@
+// tavlorin-cli: the program's core from a terminal.
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "shell/debug_log.h"
+#include "tavlorin_version.h"
+
+namespace tavlorin::cli {
+namespace {
+
+using CommandFn = int (*)(const Globals&, const Args&);
+
+struct Command {
+  const char* name;
+  const char* summary;
+  CommandFn run;
+};
+
+constexpr Command kCommands[] = {
+    {"radio", "talk to a radio: read and set frequency and mode, poll it", RunRadioCommand},
+};
+
+void PrintUsage(std::FILE* out) {
+  std::fprintf(out,
+               "Usage: tavlorin-cli [--db FILE] [--debug] COMMAND [ARGUMENTS]\n\n"
+               "Global options:\n"
+               "  --db FILE   logbook database to use (default: the setting \"LogbookDatabase\")\n"
+               "  --debug     copy the debug log to standard error\n"
+               "  --version   print the version and stop\n\n"
+               "Commands:\n");
+  for (const Command& c : kCommands) {
+    std::fprintf(out, "  %-10s  %s\n", c.name, c.summary);
+  }
+  std::fprintf(out, "\n'tavlorin-cli COMMAND --help' tells more about one command.\n");
+}
+
+int Main(int argc, char** argv) {
+  Globals globals;
+  int i = 1;
+  for (; i < argc && argv[i][0] == '-'; ++i) {
+    std::string word = argv[i];
+    if (word == "--db" && i + 1 < argc) {
+      globals.dbPath = argv[++i];
+    } else if (word.rfind("--db=", 0) == 0) {
+      globals.dbPath = word.substr(5);
+    } else if (word == "--debug") {
+      globals.echoLog = true;
+    } else if (word == "--help" || word == "-h") {
+      PrintUsage(stdout);
+      return 0;
+    } else if (word == "--version") {
+      std::printf("%s %s\n", TAVLORIN_PROGRAM_NAME, TAVLORIN_VERSION);
+      return 0;
+    } else {
+      std::fprintf(stderr, "tavlorin-cli: unknown option \"%s\"\n\n", argv[i]);
+      PrintUsage(stderr);
+      return 2;
+    }
+  }
+  if (i >= argc) {
+    PrintUsage(stderr);
+    return 2;
+  }
+  DebugLog::SetEcho(globals.echoLog);
+  const std::string name = argv[i];
+  Args args(argv + i + 1, argv + argc);
+  for (const Command& c : kCommands) {
+    if (name == c.name) {
+      return c.run(globals, args);
+    }
+  }
+  std::fprintf(stderr, "tavlorin-cli: unknown command \"%s\"\n\n", name.c_str());
+  PrintUsage(stderr);
+  return 2;
+}
+
+}  // namespace
+}  // namespace tavlorin::cli
+
+int main(int argc, char** argv) { return tavlorin::cli::Main(argc, argv); }
