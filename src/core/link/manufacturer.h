@@ -1,0 +1,42 @@
+// Manufacturer: the CAT command family of a radio, the code every layer switches on.
+//
+// The numbers are stored in settings and connection records: never renumber them.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tavlorin {
+
+enum Manufacturer : int32_t {
+  kIcom = 1,
+  kElecraft = 2,
+  kKenwood = 3,
+  kYaesu = 4,
+  kTenTec = 5,
+  kDemonstration = 6,
+  kGeneral = 7,  // the PCR-1000 receiver protocol
+  kNrd535 = 8,
+};
+
+// The company names as the user sees them.
+inline constexpr std::string_view kCompanyIcom = "ICOM";
+inline constexpr std::string_view kCompanyElecraft = "Elecraft";
+inline constexpr std::string_view kCompanyKenwood = "Kenwood";
+inline constexpr std::string_view kCompanyYaesu = "Yaesu";
+inline constexpr std::string_view kCompanyTenTec = "Ten-Tec";
+inline constexpr std::string_view kCompanyGeneral = "General";
+inline constexpr std::string_view kCompanyDemonstration = "\xC2\xAE Dem-o-Matic \xC2\xAE";
+
+// The company list in the order it is offered.
+struct Company {
+  std::string_view name;
+  Manufacturer code;
+};
+inline constexpr Company kCompanies[] = {
+    {kCompanyElecraft, kElecraft}, {kCompanyIcom, kIcom},       {kCompanyKenwood, kKenwood},
+    {kCompanyTenTec, kTenTec},     {kCompanyYaesu, kYaesu},     {kCompanyGeneral, kGeneral},
+    {kCompanyDemonstration, kDemonstration},
+};
+
+}  // namespace tavlorin

@@ -1,0 +1,162 @@
+#include "link/serial_port.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace tavlorin {
+namespace {
+
+speed_t SpeedConstant(int speed) {
+  switch (speed) {
+    case 300: return B300;
+    case 600: return B600;
+    case 1200: return B1200;
+    case 2400: return B2400;
+    case 4800: return B4800;
+    case 9600: return B9600;
+    case 19200: return B19200;
+    case 38400: return B38400;
+    case 57600: return B57600;
+    case 115200: return B115200;
+    case 230400: return B230400;
+    case 460800: return B460800;
+    case 921600: return B921600;
+    default: return B0;
+  }
+}
+
+std::string SystemText(int error) { return std::strerror(error); }
+
+}  // namespace
+
+std::unique_ptr<SerialPort> SerialPort::Open(const std::string& path, std::string* message) {
+  int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) {
+    *message = SystemText(errno);
+    return nullptr;
+  }
+  if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+    *message = SystemText(errno == EWOULDBLOCK ? EBUSY : errno);
+    ::close(fd);
+    return nullptr;
+  }
+  if (!::isatty(fd)) {
+    *message = SystemText(ENOTTY);
+    ::close(fd);
+    return nullptr;
+  }
+  // Exclusive mode may be refused on some devices; the advisory lock above still holds.
+  ::ioctl(fd, TIOCEXCL);
+  return std::unique_ptr<SerialPort>(new SerialPort(fd));
+}
+
+SerialPort::~SerialPort() {
+  ::ioctl(fd_, TIOCNXCL);
+  ::close(fd_);
+}
+
+Status SerialPort::Configure(const LineSettings& settings) {
+  termios tio{};
+  if (::tcgetattr(fd_, &tio) != 0) {
+    return Status::Error(SystemText(errno));
+  }
+  ::cfmakeraw(&tio);
+  tio.c_cflag &= ~static_cast<tcflag_t>(CSIZE | PARENB | CSTOPB | CRTSCTS);
+  tio.c_cflag |= CS8 | CLOCAL | CREAD;
+  if (settings.stopBits == 2) {
+    tio.c_cflag |= CSTOPB;
+  }
+  if (settings.ctsFlowControl) {
+    tio.c_cflag |= CRTSCTS;
+  }
+  tio.c_iflag &= ~static_cast<tcflag_t>(IXON | IXOFF | IXANY);
+  tio.c_cc[VMIN] = 0;
+  tio.c_cc[VTIME] = 0;
+  const speed_t speed = SpeedConstant(ParseSpeed(settings.speedText));
+  if (speed == B0 || ::cfsetispeed(&tio, speed) != 0 || ::cfsetospeed(&tio, speed) != 0) {
+    return Status::Error(SystemText(EINVAL));
+  }
+  if (::tcsetattr(fd_, TCSANOW, &tio) != 0) {
+    return Status::Error(SystemText(errno));
+  }
+  return Status::Ok();
+}
+
+Status SerialPort::SetModemLines(ModemLine dtr, ModemLine rts) {
+  int raise = 0;
+  int drop = 0;
+  (dtr == ModemLine::kRaise ? raise : drop) |= TIOCM_DTR;
+  (rts == ModemLine::kRaise ? raise : drop) |= TIOCM_RTS;
+  // A pseudo-terminal has no modem lines; that is not a reason to refuse the port.
+  bool ok = true;
+  if (raise != 0 && ::ioctl(fd_, TIOCMBIS, &raise) != 0 && errno != ENOTTY && errno != EINVAL) {
+    ok = false;
+  }
+  if (drop != 0 && ::ioctl(fd_, TIOCMBIC, &drop) != 0 && errno != ENOTTY && errno != EINVAL) {
+    ok = false;
+  }
+  return ok ? Status::Ok() : Status::Error(SystemText(errno));
+}
+
+void SerialPort::Purge() { ::tcflush(fd_, TCIOFLUSH); }
+
+IoOutcome SerialPort::ReadSome(uint8_t* buffer, size_t capacity,
+                                 std::chrono::milliseconds timeout) {
+  IoOutcome out;
+  pollfd p{fd_, POLLIN, 0};
+  int waited = ::poll(&p, 1, static_cast<int>(timeout.count()));
+  if (waited < 0) {
+    if (errno != EINTR) {
+      out.failed = true;
+      out.message = std::strerror(errno);
+    }
+    return out;
+  }
+  if (waited == 0) {
+    return out;
+  }
+  ssize_t n = ::read(fd_, buffer, capacity);
+  if (n > 0) {
+    out.count = static_cast<size_t>(n);
+  } else if (n == 0 || (errno != EAGAIN && errno != EINTR)) {
+    // A tty that reads end-of-file or EIO has hung up: the cable or adapter is gone.
+    out.failed = true;
+    out.message = n == 0 ? "The device was disconnected" : std::strerror(errno);
+  }
+  return out;
+}
+
+IoOutcome SerialPort::Write(const uint8_t* data, size_t count, std::chrono::milliseconds timeout) {
+  IoOutcome out;
+  size_t& done = out.count;
+  auto deadline = std::chrono::steady_clock::now() + timeout;
+  while (done < count) {
+    ssize_t n = ::write(fd_, data + done, count - done);
+    if (n > 0) {
+      done += static_cast<size_t>(n);
+      continue;
+    }
+    if (n < 0 && errno != EAGAIN && errno != EINTR) {
+      out.failed = true;
+      out.message = std::strerror(errno);
+      return out;
+    }
+    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+        deadline - std::chrono::steady_clock::now());
+    if (left.count() <= 0) {
+      return out;  // flow control held the bytes back: a time-out, not a lost port
+    }
+    pollfd p{fd_, POLLOUT, 0};
+    ::poll(&p, 1, static_cast<int>(left.count()));
+  }
+  return out;
+}
+
+}  // namespace tavlorin

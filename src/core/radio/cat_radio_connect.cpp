@@ -1,0 +1,163 @@
+// Connecting, disconnecting and switching the power of a CatRadio.
+#include <cstdlib>
+
+#include "radio/cat_radio.h"
+#include "radio/demo/demo_defaults.h"
+#include "shell/debug_log.h"
+
+namespace tavlorin {
+namespace {
+
+constexpr int kConnectAttempts = 3;
+constexpr std::chrono::milliseconds kAttemptWait{250};
+
+// The family a demonstration model answers as.
+int DemonstrationFamily(const std::string& model) {
+  if (model.rfind("Orion", 0) == 0) {
+    return kTenTec;
+  }
+  if (model.rfind("K2", 0) == 0) {
+    return kElecraft;
+  }
+  return kKenwood;
+}
+
+bool IsKenwoodPowerModel(const std::string& model) {
+  return model == "TS-480" || model == "TS-570" || model == "TS-870";
+}
+
+}  // namespace
+
+bool CatRadio::OpenPort(std::string* message) {
+  LineSettings settings = FamilyLineSettings(manufacturer, speedText, useCts != 0, useDtr != 0,
+                                             useRts != 0, commsRxTimeoutMs);
+  return link_.Open(portName, settings, message);
+}
+
+int CatRadio::Connect(const ConnectParams& params, std::string* identification,
+                      std::string* message) {
+  manufacturer = params.company;
+  useCts = params.cts;
+  useDtr = params.dtr;
+  useRts = params.rts;
+  civAddressText = params.civAddress;
+  portName = params.port;
+  modelName = params.model;
+  speedText = params.speed;
+  isDemo = 0;
+
+  if (params.company != kDemonstration && portName == "remote") {
+    std::string chosen = selectRemote_ ? selectRemote_() : std::string();
+    if (chosen.empty()) {
+      *message = "User abort";
+      return 0;
+    }
+    portName = chosen;
+  }
+
+  if (params.company == kDemonstration) {
+    manufacturer = DemonstrationFamily(modelName);
+  }
+  isPcr1000 = params.company == kGeneral && modelName == "PCR-1000";
+  civAddress = static_cast<uint8_t>(std::strtoul(civAddressText.c_str(), nullptr, 16));
+
+  if (params.company != kDemonstration && !OpenPort(message)) {
+    return 0;
+  }
+  if (!FamilyStartUp(params, identification, message)) {
+    return 0;
+  }
+  return ReadFrequencyWithRetries(params, message) ? 1 : 0;
+}
+
+bool CatRadio::FamilyStartUp(const ConnectParams& params, std::string* identification,
+                             std::string* message) {
+  switch (params.company) {
+    case kIcom:
+      civ_.ReadIdentification(identification);
+      break;
+    case kElecraft:
+    case kKenwood:
+      kenwood_.StartUp();
+      break;
+    case kDemonstration:
+      isDemo = 1;
+      LoadDemonstrationDefaults(manufacturer, modelName.find("PCR-1000") == 0, values_);
+      break;
+    case kGeneral:
+      if (pcr1000_.StartUp(message) == 0) {
+        link_.Close();
+        return false;
+      }
+      break;
+    case kNrd535:
+      nrd535_.StartUp();
+      break;
+    default:
+      break;
+  }
+  return true;
+}
+
+bool CatRadio::ReadFrequencyWithRetries(const ConnectParams& params, std::string* message) {
+  for (int attempt = 0; attempt < kConnectAttempts; ++attempt) {
+    if (attempt > 0) {
+      clock_.SleepFor(kAttemptWait * attempt);
+    }
+    if (attempt == 0 && manufacturer == kYaesu) {
+      yaesu_.ConnectPreamble();
+    }
+    if (params.switchOn) {
+      SwitchPower(modelName, true);
+    }
+    if (manufacturer == kElecraft || manufacturer == kKenwood) {
+      kenwood_.StartUp();
+    } else if (manufacturer == kTenTec && modelName == "Orion") {
+      tentec_.WakeUp();
+    }
+    Frequency hz = 0;
+    std::string text;
+    ReadFrequency(0, &hz, &text);
+    if (!IsNoRadioFrequency(hz)) {
+      *message = "Frequency = " + text;
+      return true;
+    }
+    if (link_.lost()) {
+      break;  // the port is gone: further attempts cannot succeed
+    }
+  }
+  *message = "Failed to read frequency";
+  return false;
+}
+
+void CatRadio::Disconnect() {
+  if (link_.IsOpen()) {
+    link_.Close();
+  }
+}
+
+int CatRadio::SwitchPower(const std::string& model, bool on) {
+  const bool kenwoodModel = IsKenwoodPowerModel(model);
+  if (isDemo || !(kenwoodModel || model == "FT-817" || model == "PCR-1000")) {
+    return 0;
+  }
+  if (!on) {
+    const char* text = model == "FT-817"
+                           ? "Switch off your FT-817?\n\nNote:\nDo not use this command when "
+                             "using Alkaline batteries\nor the optional FNB-72 Ni-Cd battery Pack."
+                           : "Switch off your Radio?";
+    // The PCR-1000 is switched off without a question: it has no front panel to switch it on.
+    if (model != "PCR-1000" && !(ask_ && ask_("Closing...", text))) {
+      return 0;
+    }
+  }
+  if (kenwoodModel) {
+    return kenwood_.SwitchPower(on);
+  }
+  if (model == "FT-817") {
+    return yaesu_.SwitchPower(on);
+  }
+  return pcr1000_.SwitchPower(on);
+}
+
+}  // namespace tavlorin
