@@ -18,9 +18,14 @@ TEST(FormatFrequency, InsertsTheDotsOfTheDisplay) {
     Frequency hz;
     const char* text;
   } cases[] = {
-      {0, "0"},           {999, "999"},          {1234, "1.234"},
-      {7060430, "7.060.430"}, {14070000, "14.070.000"}, {144300000, "144.300.000"},
-      {2999999999u, "2999.999.999"}, {4294967295u, "4294.967.295"},
+      {0, "0"},
+      {999, "999"},
+      {1234, "1.234"},
+      {7060430, "7.060.430"},
+      {14070000, "14.070.000"},
+      {144300000, "144.300.000"},
+      {2999999999u, "2999.999.999"},
+      {4294967295u, "4294.967.295"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(FormatFrequency(c.hz), c.text) << c.hz;
@@ -47,8 +52,7 @@ class CatRadioTest : public ::testing::Test {
     ScriptedDevice& device = *owned;
     std::string message;
     EXPECT_TRUE(radio_.link().Attach(
-        std::move(owned), FamilyLineSettings(family, "9600", false, false, false, 500),
-        &message));
+        std::move(owned), FamilyLineSettings(family, "9600", false, false, false, 500), &message));
     return device;
   }
 
@@ -79,9 +83,10 @@ TEST_F(CatRadioTest, OperationsAFamilyDoesNotHaveSendNothing) {
   struct Case {
     int family;
     const char* what;
-  } cases[] = {{kGeneral, "SetMode"}, {kNrd535, "SetMode"}, {kGeneral, "ReadValue"},
-               {kKenwood, "SetFilter"}, {kYaesu, "SetVfo"}, {kIcom, "SetCommandState"},
-               {kIcom, "ReadString"}, {kYaesu, "ReadValue other than mode and filter"}};
+  } cases[] = {{kGeneral, "SetMode"},   {kNrd535, "SetMode"},
+               {kGeneral, "ReadValue"}, {kKenwood, "SetFilter"},
+               {kYaesu, "SetVfo"},      {kIcom, "SetCommandState"},
+               {kIcom, "ReadString"},   {kYaesu, "ReadValue other than mode and filter"}};
   for (const Case& c : cases) {
     ScriptedDevice& port = AttachPort(c.family);
     const std::string what = c.what;
@@ -148,7 +153,9 @@ TEST_F(CatRadioTest, ADemonstrationRadioOpensNoPortAndResolvesItsFamily) {
   struct Case {
     const char* model;
     int family;
-  } cases[] = {{"Orion: Demo", kTenTec}, {"K2: Demo", kElecraft}, {"TS-480: Demo", kKenwood},
+  } cases[] = {{"Orion: Demo", kTenTec},
+               {"K2: Demo", kElecraft},
+               {"TS-480: Demo", kKenwood},
                {"TS-2000: Demo", kKenwood}};
   for (const Case& c : cases) {
     CatRadio radio(clock_);

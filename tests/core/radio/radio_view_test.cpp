@@ -17,9 +17,7 @@ class FakeHost final : public RadioViewHost {
   void KillTimer(int id) override { timers.erase(id); }
   bool IsLeftButtonDown() const override { return leftDown; }
   bool IsActiveApplication() const override { return active; }
-  void ShowFrequency(Frequency current, Frequency, Frequency) override {
-    shown.push_back(current);
-  }
+  void ShowFrequency(Frequency current, Frequency, Frequency) override { shown.push_back(current); }
   void ShowDropdown(const std::string& name, int selection) override {
     dropdowns[name] = selection;
   }
@@ -67,9 +65,7 @@ class RadioViewTest : public ::testing::Test {
   }
 
   // Makes the frequency known, as the first answered poll does.
-  void KnowFrequency(Frequency hz = 14070000) {
-    view_.OnRadioData(0, FrequencyResult(hz));
-  }
+  void KnowFrequency(Frequency hz = 14070000) { view_.OnRadioData(0, FrequencyResult(hz)); }
 
   CatRadio radio_;
   RadioWorker worker_;
@@ -81,9 +77,9 @@ class RadioViewTest : public ::testing::Test {
 
 TEST_F(RadioViewTest, StartingArmsRefreshWatchdogAndPanelTimers) {
   view_.StartPolling();
-  EXPECT_EQ(host_.timers, (std::map<int, milliseconds>{
-                              {100, milliseconds(300)}, {101, milliseconds(2000)},
-                              {203, milliseconds(500)}}));
+  EXPECT_EQ(host_.timers,
+            (std::map<int, milliseconds>{
+                {100, milliseconds(300)}, {101, milliseconds(2000)}, {203, milliseconds(500)}}));
 }
 
 TEST_F(RadioViewTest, UntilAFrequencyIsKnownOnlyTheFrequencyIsPolled) {
@@ -153,9 +149,9 @@ TEST_F(RadioViewTest, VfoSelectorByFamily) {
     bool vfoB, mem;
     uint32_t selector;
   } cases[] = {
-      {kKenwood, false, true, 3}, {kKenwood, true, true, 1},   {kKenwood, false, false, 0},
+      {kKenwood, false, true, 3},  {kKenwood, true, true, 1},   {kKenwood, false, false, 0},
       {kElecraft, false, true, 0}, {kElecraft, true, false, 1}, {kYaesu, true, false, 1},
-      {kTenTec, true, false, 1},  {kIcom, true, true, 0},      {kGeneral, true, false, 0},
+      {kTenTec, true, false, 1},   {kIcom, true, true, 0},      {kGeneral, true, false, 0},
   };
   for (const Case& c : cases) {
     radio_.manufacturer = c.family;

@@ -30,8 +30,8 @@ TEST_F(RequestQueueTest, PollsNeverPileUp) {
     Add(code);
   }
   // Each poll kind waits once, moved to the back where it was last queued.
-  EXPECT_EQ(queue_.Codes(), (Codes{1009, 1000, 1009, 1001, 1009, 1002, 1009, 1003, 1009, 1004,
-                                   1009, 1005, 1009, 1007}));
+  EXPECT_EQ(queue_.Codes(), (Codes{1009, 1000, 1009, 1001, 1009, 1002, 1009, 1003, 1009, 1004, 1009,
+                                   1005, 1009, 1007}));
 }
 
 TEST_F(RequestQueueTest, TenQuickTuningsLeaveOneAtTheFront) {
@@ -72,13 +72,20 @@ TEST_F(RequestQueueTest, PlacementByCode) {
     bool atFront;
     Codes expected;
   } cases[] = {
-      {1010, false, {1010, 1000, 1009}}, {1013, false, {1013, 1000, 1009}},
-      {1015, false, {1015, 1000, 1009}}, {1016, false, {1016, 1000, 1009}},
-      {9, false, {9, 1000, 1009}},       {1017, false, {1000, 1009, 1017}},
-      {1018, false, {1000, 1009, 1018}}, {1018, true, {1018, 1000, 1009}},
-      {5, false, {1000, 1009, 5}},       {1, false, {1}},
-      {2, false, {2}},                   {3, false, {3}},
-      {4, false, {4}},                   {6, false, {6}},
+      {1010, false, {1010, 1000, 1009}},
+      {1013, false, {1013, 1000, 1009}},
+      {1015, false, {1015, 1000, 1009}},
+      {1016, false, {1016, 1000, 1009}},
+      {9, false, {9, 1000, 1009}},
+      {1017, false, {1000, 1009, 1017}},
+      {1018, false, {1000, 1009, 1018}},
+      {1018, true, {1018, 1000, 1009}},
+      {5, false, {1000, 1009, 5}},
+      {1, false, {1}},
+      {2, false, {2}},
+      {3, false, {3}},
+      {4, false, {4}},
+      {6, false, {6}},
   };
   for (const Case& c : cases) {
     queue_ = RequestQueue();
