@@ -180,6 +180,21 @@ int RunRadioCommand(const Globals&, const Args& words) {
                  command.c_str());
     return 2;
   }
+  // The value of a set command is checked before anything is sent to the radio.
+  long long value = 0;
+  if (command == "set-freq" || command == "set-mode") {
+    const bool freq = command == "set-freq";
+    auto number = ParseNumber(positionals[1], freq ? 1 : 0, freq ? kMaxTypedFrequency : 255);
+    if (!number) {
+      std::fprintf(
+          stderr,
+          freq ? "tavlorin-cli radio: set-freq takes hertz from 1 to %u, not \"%s\"\n"
+               : "tavlorin-cli radio: set-mode takes a mode number from 0 to %u, not \"%s\"\n",
+          freq ? kMaxTypedFrequency : 255u, positionals[1].c_str());
+      return 2;
+    }
+    value = *number;
+  }
 
   std::signal(SIGINT, OnSignal);
   std::signal(SIGTERM, OnSignal);
@@ -191,11 +206,11 @@ int RunRadioCommand(const Globals&, const Args& words) {
   if (command == "get-freq") {
     result = GetFrequency(radio, int(vfo.value_or(0)), repeat.value_or(1));
   } else if (command == "set-freq") {
-    result = SetFrequency(radio, int(vfo.value_or(0)), positionals[1]);
+    result = SetFrequency(radio, int(vfo.value_or(0)), Frequency(value));
   } else if (command == "get-mode") {
     std::printf("%d\n", radio.ReadMode());
   } else if (command == "set-mode") {
-    result = SetMode(radio, positionals[1]);
+    result = SetMode(radio, uint8_t(value));
   } else {
     const auto limit =
         seconds ? std::chrono::milliseconds(*seconds * 1000) : std::chrono::milliseconds::max();
