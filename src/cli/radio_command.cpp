@@ -78,28 +78,17 @@ int GetFrequency(CatRadio& radio, int vfo, long long repeat) {
   return failed == done ? 1 : 0;
 }
 
-int SetFrequency(CatRadio& radio, int vfo, const std::string& text) {
-  auto hz = ParseNumber(text, 1, kMaxTypedFrequency);
-  if (!hz) {
-    std::fprintf(stderr, "set-freq takes hertz from 1 to %u, not \"%s\"\n", kMaxTypedFrequency,
-                 text.c_str());
-    return 2;
-  }
-  radio.SetFrequency(vfo, Frequency(*hz));
+int SetFrequency(CatRadio& radio, int vfo, Frequency hz) {
+  radio.SetFrequency(vfo, hz);
   return GetFrequency(radio, vfo, 1);
 }
 
-int SetMode(CatRadio& radio, const std::string& text) {
-  auto mode = ParseNumber(text, 0, 255);
-  if (!mode) {
-    std::fprintf(stderr, "set-mode takes a mode number from 0 to 255, not \"%s\"\n", text.c_str());
-    return 2;
-  }
-  if (radio.SetMode(uint8_t(*mode)) == 0) {
+int SetMode(CatRadio& radio, uint8_t mode) {
+  if (radio.SetMode(mode) == 0) {
     std::fprintf(stderr, "Failed to set mode\n");
     return 1;
   }
-  std::printf("%lld\n", *mode);
+  std::printf("%d\n", mode);
   return 0;
 }
 
