@@ -63,9 +63,7 @@ int KenwoodDriver::SetFrequency(int vfo, Frequency hz) {
   return 1;
 }
 
-uint8_t KenwoodDriver::ReadMode() {
-  return static_cast<uint8_t>(kenwood::ParseValue(Read("MD")));
-}
+uint8_t KenwoodDriver::ReadMode() { return static_cast<uint8_t>(kenwood::ParseValue(Read("MD"))); }
 
 int KenwoodDriver::SetMode(uint8_t mode) { return Send(kenwood::ModeCommand(mode)) ? 1 : 0; }
 

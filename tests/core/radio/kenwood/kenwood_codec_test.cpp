@@ -11,12 +11,8 @@ TEST(KenwoodCodecTest, TerminatorIsAddedOnceAndLengthIsCapped) {
     std::string command;
     std::string sent;
   } cases[] = {
-      {"FA", "FA;"},
-      {"FA;", "FA;"},
-      {"AI0;K22", "AI0;K22;"},
-      {"AI0;K22;", "AI0;K22;"},
-      {";;;;;", ";;;;;"},
-      {"", ";"},
+      {"FA", "FA;"},      {"FA;", "FA;"}, {"AI0;K22", "AI0;K22;"}, {"AI0;K22;", "AI0;K22;"},
+      {";;;;;", ";;;;;"}, {"", ";"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(TerminatedCommand(c.command), c.sent) << c.command;
@@ -32,9 +28,16 @@ TEST(KenwoodCodecTest, ValuesReadAsTheRadiosNumbers) {
     std::string text;
     uint32_t value;
   } cases[] = {
-      {"00014070000", 14070000u}, {"0000", 0u},       {"", 0u},          {"1", 1u},
-      {" 0600", 600u},            {"-500", 0u - 500u}, {"0021;", 21u},   {"12AB", 12u},
-      {"SPCH@04", 0u},            {"04294967295", 4294967295u},
+      {"00014070000", 14070000u},
+      {"0000", 0u},
+      {"", 0u},
+      {"1", 1u},
+      {" 0600", 600u},
+      {"-500", 0u - 500u},
+      {"0021;", 21u},
+      {"12AB", 12u},
+      {"SPCH@04", 0u},
+      {"04294967295", 4294967295u},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(ParseValue(c.text), c.value) << '"' << c.text << '"';
@@ -101,9 +104,8 @@ TEST(KenwoodCodecTest, MeterRulesPerModel) {
     std::string model;
     std::string command;
   } cases[] = {
-      {"TS-2000", "SM0"}, {"TS-480", "SM0"},       {"TS-2000: Demo", "SM0"},
-      {"TS-570", "SM"},   {"TS-870", "SM"},        {"TS-440S", ""},
-      {"TS-4800", "SM"},  {"TS-480SAT: Demo", "SM"},
+      {"TS-2000", "SM0"}, {"TS-480", "SM0"}, {"TS-2000: Demo", "SM0"}, {"TS-570", "SM"},
+      {"TS-870", "SM"},   {"TS-440S", ""},   {"TS-4800", "SM"},        {"TS-480SAT: Demo", "SM"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(KenwoodMeterCommand(c.model), c.command) << c.model;

@@ -24,8 +24,7 @@ struct ScriptedLink {
     scripted = device.get();
     std::string message;
     EXPECT_TRUE(link.Attach(std::move(device),
-                            FamilyLineSettings(family, "9600", false, false, false, 500),
-                            &message))
+                            FamilyLineSettings(family, "9600", false, false, false, 500), &message))
         << message;
     purgesAtStart = scripted->purges();
   }
@@ -54,12 +53,21 @@ TEST(KenwoodReadTest, FollowsTheKenwoodRules) {
   ReadCase cases[] = {
       {"plain answer", "FA", {good}, "00014070000", 1},
       {"unasked status first", "FA", {status + good}, "00014070000", 1},
-      {"ten digits five times fail the attempt", "FA",
-       {ten + ten + ten + ten + ten, good}, "00014070000", 2},
-      {"ten digits on every attempt", "FA", {ten + ten + ten + ten + ten,
-       ten + ten + ten + ten + ten, ten + ten + ten + ten + ten}, "", 3},
-      {"four bad replies then the answer", "FA", {ten + ten + status + ten + good},
-       "00014070000", 1},
+      {"ten digits five times fail the attempt",
+       "FA",
+       {ten + ten + ten + ten + ten, good},
+       "00014070000",
+       2},
+      {"ten digits on every attempt",
+       "FA",
+       {ten + ten + ten + ten + ten, ten + ten + ten + ten + ten, ten + ten + ten + ten + ten},
+       "",
+       3},
+      {"four bad replies then the answer",
+       "FA",
+       {ten + ten + status + ten + good},
+       "00014070000",
+       1},
       {"refusal of a frequency read is skipped", "FA", {"?;" + good}, "00014070000", 1},
       {"refusal ends other reads at once", "MD", {"?;", "MD2;"}, "", 1},
       {"refusal after the letters ends it too", "MD", {"MD?;", "MD2;"}, "", 1},
@@ -143,7 +151,13 @@ TEST(ElecraftReadTest, RetriesFiveTimesWithWaitsFromTheThird) {
       {"refused every time", {"?;", "?;", "?;", "?;", "?;"}, "", 5, 3},
       {"silent", {"", "", "", "", ""}, "", 5, 3},
       {"other command's reply costs an attempt", {"FA00014070000;", "BG03;"}, "03", 2, 0},
-      {"junk before the reply costs an attempt", {"\x7f\x1b" "BG03;", "BG04;"}, "04", 2, 0},
+      {"junk before the reply costs an attempt",
+       {"\x7f\x1b"
+        "BG03;",
+        "BG04;"},
+       "04",
+       2,
+       0},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
