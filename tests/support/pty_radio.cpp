@@ -72,6 +72,10 @@ void PtyRadio::Hangup() {
   }
 }
 
+bool PtyRadio::ReadTermios(struct termios* settings) const {
+  return slave_ >= 0 && ::tcgetattr(slave_, settings) == 0;
+}
+
 std::string PtyRadio::Received() const {
   std::lock_guard lock(mutex_);
   return received_;

@@ -20,6 +20,8 @@
 #include <thread>
 #include <vector>
 
+struct termios;
+
 namespace tavlorin::testing {
 
 // Bytes the simulated radio sends, `delay` after the bytes that caused them arrived.
@@ -64,6 +66,8 @@ class PtyRadio {
   void Send(std::string bytes);
   // Closes the radio's side: the program's port reads end with an I/O error.
   void Hangup();
+  // The line settings the program applied to the port (tcgetattr on the radio's side).
+  bool ReadTermios(struct termios* settings) const;
   // Everything the program has written so far.
   std::string Received() const;
   // Waits (up to `limit`) until the program has written at least `count` bytes.

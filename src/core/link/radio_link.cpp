@@ -21,6 +21,7 @@ bool RadioLink::Open(const std::string& portName, const LineSettings& settings,
   Close();
   std::string error;
   std::unique_ptr<SerialPort> port = SerialPort::Open(portName, &error);
+  deviceRefused_ = port == nullptr;
   if (!port) {
     *message = error;
     return false;

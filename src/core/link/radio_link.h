@@ -50,6 +50,9 @@ class RadioLink {
   void Close();
 
   bool IsOpen() const { return device_ != nullptr; }
+  // True when the last Open failed because the device itself could not be opened (missing,
+  // in use, no permission), as opposed to a setting it refused.
+  bool deviceRefused() const { return deviceRefused_; }
   // True once the device failed under a read or write; the reason is lostReason().
   bool lost() const { return lost_; }
   const std::string& lostReason() const { return lostReason_; }
@@ -80,6 +83,7 @@ class RadioLink {
   std::vector<uint8_t> buffer_;
   size_t head_ = 0;
   bool lost_ = false;
+  bool deviceRefused_ = false;
   std::string lostReason_;
 };
 
