@@ -18,6 +18,7 @@ namespace tavlorin::cli {
 namespace {
 
 std::atomic<bool> gStop{false};
+constexpr std::chrono::seconds kFirstPollLimit{10};
 
 void OnSignal(int) { gStop = true; }
 
@@ -54,6 +55,71 @@ bool ReadEmulateOptions(ArgReader& args, EmulateOptions* o, std::string* error) 
   return true;
 }
 
+// Prints a line per change of frequency or mode, once the served path has been printed.
+class ChangePrinter {
+ public:
+  void Frequency(tavlorin::Frequency hz) {
+    if (hz != hz_) {
+      hz_ = hz;
+      Print();
+    }
+  }
+  void Mode(int mode) {
+    if (mode != mode_) {
+      mode_ = mode;
+      Print();
+    }
+  }
+  void StartPrinting() {
+    printing_ = true;
+    Print();
+  }
+
+ private:
+  void Print() {
+    if (printing_) {
+      std::printf("%u %s mode %d\n", hz_, FormatFrequency(hz_).c_str(), mode_);
+      std::fflush(stdout);
+    }
+  }
+  tavlorin::Frequency hz_ = 0;
+  int mode_ = -1;
+  bool printing_ = false;
+};
+
+// Runs the window until it knows the frequency and mode (bounded), so that a program reading
+// the port at once never sees frequency 0. False when the user or a lost port ended it first.
+bool WaitForFirstPoll(EventLoop& loop, CRadioView& view, const std::string& lostReason) {
+  const auto readyBy = std::chrono::steady_clock::now() + kFirstPollLimit;
+  while (!gStop && lostReason.empty() && std::chrono::steady_clock::now() < readyBy &&
+         (view.currentFrequency() == 0 || view.mode() < 0)) {
+    loop.Run(std::chrono::milliseconds(20));
+  }
+  return !gStop && lostReason.empty();
+}
+
+// Serves the port from the window's state until Ctrl-C or the radio's port is lost.
+int ServePort(EventLoop& loop, RadioEmulation& answers, const EmulateOptions& options,
+              ChangePrinter& printer) {
+  CEmulComPortThread port(
+      {1, options.device, options.link},
+      [&loop](std::function<void()> call) { loop.Post(std::move(call)); },
+      [&answers](int, const std::string& command) { return answers.Answer(command); });
+  std::string message;
+  if (!port.Start(&message)) {
+    std::fprintf(stderr, "%s\n", message.c_str());
+    return 1;
+  }
+  std::printf("%s\n", port.path().c_str());
+  if (!options.link.empty()) {
+    std::printf("link %s\n", options.link.c_str());
+  }
+  printer.StartPrinting();
+  loop.Run(std::chrono::milliseconds::max(), &gStop);
+  port.Stop();
+  return 0;
+}
+
 // Polls the radio through the worker and the window logic, and serves the port from it.
 int Serve(CatRadio& radio, const EmulateOptions& options) {
   EventLoop loop;
@@ -61,25 +127,12 @@ int Serve(CatRadio& radio, const EmulateOptions& options) {
   worker.Start();
   RadioEmulation* emulation = nullptr;
   std::string lostReason;
-  Frequency shownHz = 0;
-  int shownMode = -1;
-  auto print = [&] {
-    std::printf("%u %s mode %d\n", shownHz, FormatFrequency(shownHz).c_str(), shownMode);
-    std::fflush(stdout);
-  };
+  ChangePrinter printer;
   HeadlessRadioWindow::Callbacks callbacks;
   callbacks.frequency = [&](Frequency current, Frequency, Frequency) {
-    if (current != shownHz) {
-      shownHz = current;
-      print();
-    }
+    printer.Frequency(current);
   };
-  callbacks.mode = [&](int mode) {
-    if (mode != shownMode) {
-      shownMode = mode;
-      print();
-    }
-  };
+  callbacks.mode = [&](int mode) { printer.Mode(mode); };
   callbacks.sMeter = [&](int reading) {
     if (emulation != nullptr) {
       emulation->NoteSMeter(reading);
@@ -97,23 +150,9 @@ int Serve(CatRadio& radio, const EmulateOptions& options) {
     window.view().SetDualTracking(true);
     RadioEmulation answers(window.view(), radio.manufacturer);
     emulation = &answers;
-    CEmulComPortThread port(
-        {1, options.device, options.link},
-        [&loop](std::function<void()> call) { loop.Post(std::move(call)); },
-        [&answers](int, const std::string& command) { return answers.Answer(command); });
-    std::string message;
-    if (!port.Start(&message)) {
-      std::fprintf(stderr, "%s\n", message.c_str());
-      result = 1;
-    } else {
-      std::printf("%s\n", port.path().c_str());
-      if (!options.link.empty()) {
-        std::printf("link %s\n", options.link.c_str());
-      }
-      std::fflush(stdout);
-      window.Start();
-      loop.Run(std::chrono::milliseconds::max(), &gStop);
-      port.Stop();
+    window.Start();
+    if (WaitForFirstPoll(loop, window.view(), lostReason)) {
+      result = ServePort(loop, answers, options, printer);
     }
     emulation = nullptr;
     window.CloseAndWait(std::chrono::seconds(5));

@@ -9,11 +9,12 @@
 // back. It logs "CEmulComPortThread RX: %s", "CEmulComPortThread TX: %s" and a failed read as
 // "CEmulComPortThread-Read status %d bytes %d".
 //
-// Threads: construct, Start and Stop on the owner's thread; the answerer runs there too (by
-// way of the poster). The hand-over cannot deadlock on shutdown: Stop wakes a thread that is
-// waiting for an answer, and an answer still queued on the owner's thread after Stop is
-// dropped without calling the answerer. Stop returns within about a tenth of a second plus the
-// time of one write. REQUIRES: the poster's queue and the answerer outlive Stop.
+// Threads: construct and Start on the owner's thread; the answerer runs there (by way of the
+// poster). Stop may be called from any thread. The hand-over cannot deadlock on shutdown: Stop
+// wakes a thread that is waiting for an answer, and an answer still queued on the owner's
+// thread is then dropped without calling the answerer (a call already under way finishes
+// unwaited for). Stop returns within about a tenth of a second plus the time of one write.
+// REQUIRES: the poster's queue outlives the thread object; the answerer outlives Stop.
 #pragma once
 
 #include <atomic>

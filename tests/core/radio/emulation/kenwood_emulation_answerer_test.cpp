@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "radio/emulation/emulation_modes.h"
 #include "link/manufacturer.h"
+#include "radio/emulation/emulation_modes.h"
 
 namespace tavlorin {
 namespace {
@@ -92,10 +92,26 @@ TEST(KenwoodEmulationAnswererTest, SetCommandsAnswerNothingAndAct) {
 }
 
 TEST(KenwoodEmulationAnswererTest, UnknownAndMalformedCommandsAreRefused) {
-  for (const char* bad :
-       {"XX;", "EX0010000;", ";", "F;", "FA", "FA1407400;", "FA0001407400X;", "FA99999999999;",
-        "FA00000000000;", "MD8;", "MD12;", "MDx;", "FR2;", "IF1;", "ID1;", "SM5;", "PS2;",
-        "AIx;", "RX1;", "\x7f\x13;"}) {
+  for (const char* bad : {"XX;",
+                          "EX0010000;",
+                          ";",
+                          "F;",
+                          "FA",
+                          "FA1407400;",
+                          "FA0001407400X;",
+                          "FA99999999999;",
+                          "FA00000000000;",
+                          "MD8;",
+                          "MD12;",
+                          "MDx;",
+                          "FR2;",
+                          "IF1;",
+                          "ID1;",
+                          "SM5;",
+                          "PS2;",
+                          "AIx;",
+                          "RX1;",
+                          "\x7f\x13;"}) {
     EmulationAnswer a = AnswerKenwoodCommand(bad, State());
     EXPECT_EQ(a.reply, "?;") << bad;
     EXPECT_FALSE(a.action.has_value()) << bad;
@@ -108,9 +124,9 @@ TEST(EmulationModesTest, FamiliesTranslateBothWays) {
     int own;
     int kenwood;
   } cases[] = {
-      {kKenwood, 2, 2}, {kElecraft, 7, 7}, {kIcom, 0, 1},    {kIcom, 1, 2},   {kIcom, 2, 5},
-      {kIcom, 3, 3},    {kIcom, 5, 4},     {kIcom, 7, 7},    {kIcom, 8, 9},   {kYaesu, 0, 1},
-      {kYaesu, 2, 3},   {kYaesu, 3, 7},    {kYaesu, 8, 4},   {kYaesu, 4, 5},
+      {kKenwood, 2, 2}, {kElecraft, 7, 7}, {kIcom, 0, 1},  {kIcom, 1, 2},  {kIcom, 2, 5},
+      {kIcom, 3, 3},    {kIcom, 5, 4},     {kIcom, 7, 7},  {kIcom, 8, 9},  {kYaesu, 0, 1},
+      {kYaesu, 2, 3},   {kYaesu, 3, 7},    {kYaesu, 8, 4}, {kYaesu, 4, 5},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(ToKenwoodMode(c.family, c.own), c.kenwood) << c.family << "/" << c.own;
