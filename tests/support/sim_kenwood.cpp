@@ -66,6 +66,10 @@ void SimKenwood::SetSilent(bool silent) {
   std::lock_guard lock(mutex_);
   silent_ = silent;
 }
+void SimKenwood::SetGarbled(bool garbled) {
+  std::lock_guard lock(mutex_);
+  garbled_ = garbled;
+}
 std::vector<std::string> SimKenwood::commands() const {
   std::lock_guard lock(mutex_);
   return commands_;
@@ -84,6 +88,9 @@ void SimKenwood::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
     std::string reply = Answer(command);
     if (reply.empty() || silent_) {
       continue;
+    }
+    if (garbled_) {
+      reply = "\x9c\xfe#" + std::string(reply.size() > 4 ? reply.size() - 4 : 0, '\x55') + ";";
     }
     if (statusFirst_) {
       reply = "IF" + StatusText() + ";" + reply;

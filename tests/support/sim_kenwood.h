@@ -4,7 +4,8 @@
 //
 // Faults a test can ask for: the next N commands refused with "?;", replies sent late, junk
 // bytes before the next reply, an unasked "IF" status before the next reply, a radio that
-// answers nothing, a radio that is switched off (answers nothing until "PS1;" after a wake-up).
+// answers nothing or only noise, a radio that is switched off (answers nothing until "PS1;" after a
+// wake-up).
 //
 // OnBytes runs on the PtyRadio's thread, the setters on the test's thread: one mutex guards
 // the state.
@@ -41,6 +42,8 @@ class SimKenwood final : public Simulator {
   void JunkBeforeNextReply(std::string junk);
   void StatusBeforeNextReply();
   void SetSilent(bool silent);
+  // Every reply replaced by line noise that still ends in ";".
+  void SetGarbled(bool garbled);
   // The complete commands received so far ("FA;", "MD3;").
   std::vector<std::string> commands() const;
 
@@ -66,6 +69,7 @@ class SimKenwood final : public Simulator {
   std::string junk_;
   bool statusFirst_ = false;
   bool silent_ = false;
+  bool garbled_ = false;
 };
 
 }  // namespace tavlorin::testing
