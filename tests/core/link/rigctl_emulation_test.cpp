@@ -66,7 +66,7 @@ class Child {
       if (::poll(&p, 1, 50) <= 0) {
         continue;
       }
-      char buffer[512];
+      char buffer[4096];
       ssize_t n = ::read(out_, buffer, sizeof buffer);
       if (n <= 0) {
         break;
@@ -85,6 +85,7 @@ class Child {
       int status = 0;
       if (::waitpid(pid_, &status, WNOHANG) == pid_) {
         pid_ = -1;
+        Drain();
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
       }
       ReadUntil([](const std::string&) { return false; }, milliseconds(20));
@@ -93,6 +94,15 @@ class Child {
   }
 
  private:
+  // Takes what the child wrote before it ended (the pipe holds it until read).
+  void Drain() {
+    char buffer[4096];
+    ssize_t n = 0;
+    while ((n = ::read(out_, buffer, sizeof buffer)) > 0) {
+      output_.append(buffer, static_cast<size_t>(n));
+    }
+  }
+
   pid_t pid_ = -1;
   int out_ = -1;
   std::string output_;
