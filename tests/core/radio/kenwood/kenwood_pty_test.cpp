@@ -96,35 +96,6 @@ TEST_P(KenwoodPtyTest, RecoversFromMisbehaviour) {
   }
 }
 
-TEST_P(KenwoodPtyTest, CablePulledMidPollLeavesZeroAndNeverHangs) {
-  ASSERT_TRUE(pty.ok());
-  std::string message;
-  ASSERT_TRUE(Connect(&message)) << message;
-  pty.Hangup();
-  auto poll = std::async(std::launch::async, [&] {
-    Frequency hz = 0;
-    uint32_t ok = radio.ReadFrequency(0, &hz);
-    uint8_t mode = radio.ReadMode();
-    return std::make_tuple(ok, hz, mode);
-  });
-  ASSERT_EQ(poll.wait_for(kHangGuard), std::future_status::ready);
-  auto [ok, hz, mode] = poll.get();
-  EXPECT_EQ(ok, 0u);
-  EXPECT_EQ(hz, 0u);
-  EXPECT_EQ(mode, 0);
-  EXPECT_TRUE(radio.link().lost());
-}
-
-TEST_P(KenwoodPtyTest, SilentRadioFailsToConnect) {
-  ASSERT_TRUE(pty.ok());
-  sim.SetSilent(true);
-  std::string message;
-  auto connect = std::async(std::launch::async, [&] { return Connect(&message); });
-  ASSERT_EQ(connect.wait_for(kHangGuard), std::future_status::ready);
-  EXPECT_FALSE(connect.get());
-  EXPECT_EQ(message, "Failed to read frequency");
-}
-
 INSTANTIATE_TEST_SUITE_P(Flavours, KenwoodPtyTest,
                          ::testing::Values(SimKenwood::Flavour::kKenwood,
                                            SimKenwood::Flavour::kElecraftK2),
