@@ -1,12 +1,12 @@
 // tavlorin-cli radio: read and set a radio's frequency and mode, measure the link, and poll
 // the radio through the real worker and refresh loop.
-#include <csignal>
-#include <cstdio>
-#include <ctime>
 #include <sys/time.h>
 
 #include <atomic>
 #include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
 
 #include "commands.h"
 #include "radio/headless_radio_window.h"
@@ -41,8 +41,8 @@ std::string TimeStamp() {
   tm local{};
   localtime_r(&now.tv_sec, &local);
   char text[32];
-  std::snprintf(text, sizeof text, "%02d:%02d:%02d.%03d", local.tm_hour, local.tm_min,
-                local.tm_sec, int(now.tv_usec / 1000));
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d.%03d", local.tm_hour, local.tm_min, local.tm_sec,
+                int(now.tv_usec / 1000));
   return text;
 }
 
@@ -73,8 +73,8 @@ int GetFrequency(CatRadio& radio, int vfo, long long repeat) {
   if (!IsNoRadioFrequency(hz)) {
     std::printf("%u %s\n", hz, text.c_str());
   }
-  std::printf("%lld reads in %.3f s: %.1f reads/s, mean round trip %.2f ms, %lld failed\n",
-              done, seconds, double(done) / seconds, seconds * 1000.0 / double(done), failed);
+  std::printf("%lld reads in %.3f s: %.1f reads/s, mean round trip %.2f ms, %lld failed\n", done,
+              seconds, double(done) / seconds, seconds * 1000.0 / double(done), failed);
   return failed == done ? 1 : 0;
 }
 
@@ -92,8 +92,7 @@ int SetFrequency(CatRadio& radio, int vfo, const std::string& text) {
 int SetMode(CatRadio& radio, const std::string& text) {
   auto mode = ParseNumber(text, 0, 255);
   if (!mode) {
-    std::fprintf(stderr, "set-mode takes a mode number from 0 to 255, not \"%s\"\n",
-                 text.c_str());
+    std::fprintf(stderr, "set-mode takes a mode number from 0 to 255, not \"%s\"\n", text.c_str());
     return 2;
   }
   if (radio.SetMode(uint8_t(*mode)) == 0) {
@@ -134,8 +133,8 @@ int Poll(CatRadio& radio, std::chrono::milliseconds limit) {
     loop.Quit();
   };
   {
-    HeadlessRadioWindow window(radio, worker, loop, RadioViewOptions::FromSettings(
-                                                        Settings::Default()), callbacks);
+    HeadlessRadioWindow window(radio, worker, loop,
+                               RadioViewOptions::FromSettings(Settings::Default()), callbacks);
     window.Start();
     loop.Run(limit, &gStop);
     window.CloseAndWait(std::chrono::seconds(5));
@@ -198,8 +197,8 @@ int RunRadioCommand(const Globals&, const Args& words) {
   } else if (command == "set-mode") {
     result = SetMode(radio, positionals[1]);
   } else {
-    const auto limit = seconds ? std::chrono::milliseconds(*seconds * 1000)
-                               : std::chrono::milliseconds::max();
+    const auto limit =
+        seconds ? std::chrono::milliseconds(*seconds * 1000) : std::chrono::milliseconds::max();
     result = Poll(radio, limit);
   }
   radio.Disconnect();

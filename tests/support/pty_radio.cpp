@@ -113,8 +113,8 @@ void PtyRadio::Run() {
         scheduled_.erase(scheduled_.begin());
       }
       if (!scheduled_.empty()) {
-        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-            scheduled_.front().first - now);
+        auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(scheduled_.front().first - now);
         waitMs = std::clamp(static_cast<int>(left.count()), 0, 20);
       }
     }

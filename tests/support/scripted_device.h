@@ -52,8 +52,7 @@ class ScriptedDevice final : public PortDevice {
   Status Configure(const LineSettings& settings) override;
   Status SetModemLines(ModemLine dtr, ModemLine rts) override;
   void Purge() override;
-  IoOutcome ReadSome(uint8_t* buffer, size_t capacity,
-                     std::chrono::milliseconds timeout) override;
+  IoOutcome ReadSome(uint8_t* buffer, size_t capacity, std::chrono::milliseconds timeout) override;
   IoOutcome Write(const uint8_t* data, size_t count, std::chrono::milliseconds timeout) override;
 
  private:

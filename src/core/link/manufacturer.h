@@ -34,8 +34,12 @@ struct Company {
   Manufacturer code;
 };
 inline constexpr Company kCompanies[] = {
-    {kCompanyElecraft, kElecraft}, {kCompanyIcom, kIcom},       {kCompanyKenwood, kKenwood},
-    {kCompanyTenTec, kTenTec},     {kCompanyYaesu, kYaesu},     {kCompanyGeneral, kGeneral},
+    {kCompanyElecraft, kElecraft},
+    {kCompanyIcom, kIcom},
+    {kCompanyKenwood, kKenwood},
+    {kCompanyTenTec, kTenTec},
+    {kCompanyYaesu, kYaesu},
+    {kCompanyGeneral, kGeneral},
     {kCompanyDemonstration, kDemonstration},
 };
 

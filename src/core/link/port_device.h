@@ -34,7 +34,7 @@ class PortDevice {
   virtual void Purge() = 0;
   // Waits up to `timeout` for at least one byte, then returns what is there (up to capacity).
   virtual IoOutcome ReadSome(uint8_t* buffer, size_t capacity,
-                               std::chrono::milliseconds timeout) = 0;
+                             std::chrono::milliseconds timeout) = 0;
   // Writes the bytes, waiting at most `timeout` for the device to take them all.
   virtual IoOutcome Write(const uint8_t* data, size_t count, std::chrono::milliseconds timeout) = 0;
 };

@@ -15,20 +15,34 @@ namespace {
 
 speed_t SpeedConstant(int speed) {
   switch (speed) {
-    case 300: return B300;
-    case 600: return B600;
-    case 1200: return B1200;
-    case 2400: return B2400;
-    case 4800: return B4800;
-    case 9600: return B9600;
-    case 19200: return B19200;
-    case 38400: return B38400;
-    case 57600: return B57600;
-    case 115200: return B115200;
-    case 230400: return B230400;
-    case 460800: return B460800;
-    case 921600: return B921600;
-    default: return B0;
+    case 300:
+      return B300;
+    case 600:
+      return B600;
+    case 1200:
+      return B1200;
+    case 2400:
+      return B2400;
+    case 4800:
+      return B4800;
+    case 9600:
+      return B9600;
+    case 19200:
+      return B19200;
+    case 38400:
+      return B38400;
+    case 57600:
+      return B57600;
+    case 115200:
+      return B115200;
+    case 230400:
+      return B230400;
+    case 460800:
+      return B460800;
+    case 921600:
+      return B921600;
+    default:
+      return B0;
   }
 }
 
@@ -108,7 +122,7 @@ Status SerialPort::SetModemLines(ModemLine dtr, ModemLine rts) {
 void SerialPort::Purge() { ::tcflush(fd_, TCIOFLUSH); }
 
 IoOutcome SerialPort::ReadSome(uint8_t* buffer, size_t capacity,
-                                 std::chrono::milliseconds timeout) {
+                               std::chrono::milliseconds timeout) {
   IoOutcome out;
   pollfd p{fd_, POLLIN, 0};
   int waited = ::poll(&p, 1, static_cast<int>(timeout.count()));

@@ -69,10 +69,10 @@ struct RadioRequest {
   uint32_t code = 0;
   std::weak_ptr<RadioResultTarget> target;  // the window that receives the result
   CatRadio* radio = nullptr;
-  std::string modelName;  // compared with "FT-817" by the frequency read
-  std::string text;  // a control name, command text or macro
-  uint32_t value1 = 0;  // frequency, VFO selector or control value, per code
-  uint32_t value2 = 0;  // second value; 1006 and 1014: the slider's identifier
+  std::string modelName;      // compared with "FT-817" by the frequency read
+  std::string text;           // a control name, command text or macro
+  uint32_t value1 = 0;        // frequency, VFO selector or control value, per code
+  uint32_t value2 = 0;        // second value; 1006 and 1014: the slider's identifier
   std::function<void()> job;  // codes 1..8: the work to run on the worker thread
 };
 
@@ -82,7 +82,7 @@ struct MeterReading {
 };
 
 struct RadioResult {
-  uint32_t code = 0;  // the request's code (1015 is reported as 1003)
+  uint32_t code = 0;         // the request's code (1015 is reported as 1003)
   Frequency frequencyA = 0;  // 0 = not read
   Frequency frequencyB = 0;
   Frequency frequencyCurrent = 0;
@@ -90,11 +90,11 @@ struct RadioResult {
   MeterReading mainMeter;
   MeterReading subMeter;
   uint32_t value = 0xFFFFFFFFu;  // codes 1006, 1014: the value read back (all ones = failed)
-  uint32_t sliderId = 0;  // codes 1006, 1014: the slider that asked (value 2 of the request)
-  std::vector<std::pair<std::string, bool>> states;  // 1001, 1002, 1005, 1010: name, on/off
+  uint32_t sliderId = 0;         // codes 1006, 1014: the slider that asked (value 2 of the request)
+  std::vector<std::pair<std::string, bool>> states;    // 1001, 1002, 1005, 1010: name, on/off
   std::vector<std::pair<std::string, int>> dropdowns;  // 1003, 1015: name, selection read
-  std::string textA, textB, textCurrent;  // FormatFrequency of the three
-  std::string text;  // the request's text parameter; 1019: the radio's reply
+  std::string textA, textB, textCurrent;               // FormatFrequency of the three
+  std::string text;       // the request's text parameter; 1019: the radio's reply
   bool linkLost = false;  // the radio's port failed during this request
   std::string linkLostReason;
 };

@@ -33,7 +33,8 @@ std::string SpokenFrequency(Frequency hz) {
 
 RadioViewOptions RadioViewOptions::FromSettings(const Settings& settings) {
   RadioViewOptions o;
-  o.refreshInterval = milliseconds(std::max(1, settings.Get(radio_settings::kRefreshRadioInterval)));
+  o.refreshInterval =
+      milliseconds(std::max(1, settings.Get(radio_settings::kRefreshRadioInterval)));
   o.activeOnly = settings.Get(radio_settings::kActiveOnly);
   o.trackDualFast = settings.Get(radio_settings::kTrackDualFast);
   o.voiceFrequencyDelay = milliseconds(settings.Get(radio_settings::kVoiceFreqInterval));
@@ -185,8 +186,12 @@ void CRadioView::PollCycle() {
     }
     if (sendPhase) {
       switch (phase) {
-        case 0: Queue(kReadDropdowns); break;
-        case 1: Queue(kReadStatusItems); break;
+        case 0:
+          Queue(kReadDropdowns);
+          break;
+        case 1:
+          Queue(kReadStatusItems);
+          break;
         case 2:
           for (int slider : sliders_) {
             host_.AskSliderToRefresh(slider);

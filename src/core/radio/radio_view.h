@@ -96,8 +96,7 @@ class CRadioView {
 
  private:
   void PollCycle();
-  void Queue(uint32_t code, uint32_t value1 = 0, const std::string& text = {},
-             uint32_t value2 = 0);
+  void Queue(uint32_t code, uint32_t value1 = 0, const std::string& text = {}, uint32_t value2 = 0);
   bool Button(const std::string& name) const;
   bool HandleFrequencies(const RadioResult& result);
   void HandleStates(const RadioResult& result);

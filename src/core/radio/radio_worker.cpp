@@ -98,8 +98,7 @@ bool RadioWorker::Execute(std::unique_ptr<RadioRequest> request, int remaining) 
     }
     return true;
   }
-  if (request->radio == nullptr || request->code < kReadFrequency ||
-      request->code > kSendTester) {
+  if (request->radio == nullptr || request->code < kReadFrequency || request->code > kSendTester) {
     return true;
   }
   CatRadio& radio = *request->radio;

@@ -83,8 +83,8 @@ EventLoop::Clock::time_point EventLoop::RunDue() {
 
 bool EventLoop::Run(std::chrono::milliseconds limit, const std::atomic<bool>* stopFlag) {
   const auto start = Clock::now();
-  const auto end = limit == std::chrono::milliseconds::max() ? Clock::time_point::max()
-                                                               : start + limit;
+  const auto end =
+      limit == std::chrono::milliseconds::max() ? Clock::time_point::max() : start + limit;
   for (;;) {
     const auto next = RunDue();
     std::unique_lock lock(mutex_);

@@ -13,8 +13,8 @@ std::filesystem::path FromXdg(const char* variable, const char* fallbackUnderHom
     base = xdg;
   } else {
     const char* home = std::getenv("HOME");
-    base = std::filesystem::path(home != nullptr && *home != '\0' ? home : "/tmp") /
-           fallbackUnderHome;
+    base =
+        std::filesystem::path(home != nullptr && *home != '\0' ? home : "/tmp") / fallbackUnderHome;
   }
   std::filesystem::path dir = base / "tavlorin";
   std::error_code ignored;

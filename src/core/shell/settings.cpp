@@ -21,13 +21,20 @@ std::string Escape(std::string_view text, bool escapeSeparator) {
   out.reserve(text.size());
   for (char c : text) {
     switch (c) {
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
       case ';':
         out += escapeSeparator ? "\\;" : ";";
         break;
-      default: out += c;
+      default:
+        out += c;
     }
   }
   return out;
@@ -50,7 +57,8 @@ std::vector<std::string> Unescape(std::string_view text, char separator) {
   return items;
 }
 
-constexpr const char* kHeader = "; Tavlorin settings. Written by the program; one key=value a line.";
+constexpr const char* kHeader =
+    "; Tavlorin settings. Written by the program; one key=value a line.";
 
 }  // namespace
 

@@ -135,9 +135,8 @@ TEST(RadioLinkOpen, RefusedSettingsCloseThePortWithTheMessage) {
       device->FailConfigure(c.configureError);
     }
     std::string message;
-    EXPECT_FALSE(link.Attach(std::move(device),
-                             FamilyLineSettings(kIcom, c.speed, false, false, false, 500),
-                             &message));
+    EXPECT_FALSE(link.Attach(
+        std::move(device), FamilyLineSettings(kIcom, c.speed, false, false, false, 500), &message));
     EXPECT_EQ(message, c.message);
     EXPECT_FALSE(link.IsOpen()) << "a failed open leaves no port behind";
   }
@@ -150,8 +149,7 @@ TEST(RadioLinkOpen, LogsTheSettingsAndTimeouts) {
   RadioLink link(clock);
   std::string message;
   ASSERT_TRUE(link.Attach(std::make_unique<ScriptedDevice>(clock),
-                          FamilyLineSettings(kYaesu, "4800", false, false, false, 300),
-                          &message));
+                          FamilyLineSettings(kYaesu, "4800", false, false, false, 300), &message));
   DebugLog::SetObserver(nullptr);
   const std::vector<std::string> expected = {
       "Build DCB: 4800,n,8,2",

@@ -38,8 +38,8 @@ TEST(SerialPort, AppliesStopBitsAndFlowControlOfTheFamily) {
     ASSERT_TRUE(pty.ok());
     RadioLink link;
     std::string message;
-    ASSERT_TRUE(link.Open(pty.path(),
-                          FamilyLineSettings(c.family, c.speed, c.cts, true, true, 500), &message))
+    ASSERT_TRUE(link.Open(pty.path(), FamilyLineSettings(c.family, c.speed, c.cts, true, true, 500),
+                          &message))
         << message;
     termios t{};
     ASSERT_TRUE(pty.ReadTermios(&t));
@@ -56,9 +56,8 @@ TEST(SerialPort, RoundTripThroughThePseudoTerminal) {
   PtyRadio pty(sim);
   RadioLink link;
   std::string message;
-  ASSERT_TRUE(
-      link.Open(pty.path(), FamilyLineSettings(kKenwood, "9600", false, false, false, 500),
-                &message));
+  ASSERT_TRUE(link.Open(pty.path(), FamilyLineSettings(kKenwood, "9600", false, false, false, 500),
+                        &message));
   ASSERT_TRUE(link.Write("FA;"));
   uint8_t buffer[64];
   size_t got = 0;
@@ -93,8 +92,8 @@ TEST(SerialPort, DevicesThatCannotBeOpenedSayWhy) {
   for (const Case& c : cases) {
     RadioLink link;
     std::string message;
-    EXPECT_FALSE(link.Open(c.path, FamilyLineSettings(kIcom, "9600", false, false, false, 500),
-                           &message));
+    EXPECT_FALSE(
+        link.Open(c.path, FamilyLineSettings(kIcom, "9600", false, false, false, 500), &message));
     EXPECT_EQ(message, c.message) << c.path;
     EXPECT_TRUE(link.deviceRefused());
     EXPECT_FALSE(link.IsOpen());
@@ -106,9 +105,8 @@ TEST(SerialPort, APulledCableEndsAReadInsteadOfHangingIt) {
   PtyRadio pty(sim);
   RadioLink link;
   std::string message;
-  ASSERT_TRUE(
-      link.Open(pty.path(), FamilyLineSettings(kKenwood, "9600", false, false, false, 500),
-                &message));
+  ASSERT_TRUE(link.Open(pty.path(), FamilyLineSettings(kKenwood, "9600", false, false, false, 500),
+                        &message));
   std::thread puller([&] {
     std::this_thread::sleep_for(milliseconds(50));
     pty.Hangup();
