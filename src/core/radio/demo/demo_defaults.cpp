@@ -186,11 +186,16 @@ std::span<const std::string_view> DemonstrationTable(int family, bool pcr1000) {
     return kPcr1000Lines;
   }
   switch (family) {
-    case kElecraft: return kElecraftLines;
-    case kKenwood: return kKenwoodLines;
-    case kTenTec: return kTenTecLines;
-    case kGeneral: return kPcr1000Lines;
-    default: return {};
+    case kElecraft:
+      return kElecraftLines;
+    case kKenwood:
+      return kKenwoodLines;
+    case kTenTec:
+      return kTenTecLines;
+    case kGeneral:
+      return kPcr1000Lines;
+    default:
+      return {};
   }
 }
 

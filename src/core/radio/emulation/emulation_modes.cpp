@@ -40,17 +40,23 @@ int FromKenwood(const ModePair (&table)[N], int kenwoodMode) {
 
 int ToKenwoodMode(int family, int mode) {
   switch (family) {
-    case kIcom: return ToKenwood(kIcomModes, mode);
-    case kYaesu: return ToKenwood(kYaesuModes, mode);
-    default: return mode >= 0 && mode <= 9 ? mode : 0;
+    case kIcom:
+      return ToKenwood(kIcomModes, mode);
+    case kYaesu:
+      return ToKenwood(kYaesuModes, mode);
+    default:
+      return mode >= 0 && mode <= 9 ? mode : 0;
   }
 }
 
 int FromKenwoodMode(int family, int kenwoodMode) {
   switch (family) {
-    case kIcom: return FromKenwood(kIcomModes, kenwoodMode);
-    case kYaesu: return FromKenwood(kYaesuModes, kenwoodMode);
-    default: return kenwoodMode >= 1 && kenwoodMode <= 9 ? kenwoodMode : -1;
+    case kIcom:
+      return FromKenwood(kIcomModes, kenwoodMode);
+    case kYaesu:
+      return FromKenwood(kYaesuModes, kenwoodMode);
+    default:
+      return kenwoodMode >= 1 && kenwoodMode <= 9 ? kenwoodMode : -1;
   }
 }
 
