@@ -18,5 +18,6 @@ struct Globals {
 using Args = std::vector<std::string>;
 
 int RunRadioCommand(const Globals& globals, const Args& args);
+int RunEmulateCommand(const Globals& globals, const Args& args);
 
 }  // namespace tavlorin::cli

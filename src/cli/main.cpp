@@ -21,6 +21,7 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {"radio", "talk to a radio: read and set frequency and mode, poll it", RunRadioCommand},
+    {"emulate", "serve a radio on an emulated Kenwood port for other programs", RunEmulateCommand},
 };
 
 void PrintUsage(std::FILE* out) {

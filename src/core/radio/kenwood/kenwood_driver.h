@@ -1,12 +1,23 @@
 // KenwoodDriver: the operations of the two families that speak the Kenwood ASCII command
 // language, Kenwood (3) and Elecraft (2); CatRadio's switch calls them. Which flavour applies is
-// the radio's `manufacturer`. A demonstration radio answers from the radio's value map.
+// the radio's `manufacturer`; per-model rules (the S-meter command, power switching) follow the
+// radio's `modelName`. A demonstration radio (`isDemo`) answers every read and write from the
+// radio's value map instead of the port.
 //
-// Owned by its CatRadio and used on that radio's thread only.
+// Commands per operation (Kenwood / Elecraft):
+//   ReadFrequency  VFO 0 "FA", 1 "FB", 2 the first 11 characters of "IF" / VFO 2 as VFO 0
+//   SetFrequency   "FA"/"FB"/"FC" + 11 digits          / "FA"/"FB"/"FA" + 11 digits
+//   ReadMode       "MD"; SetMode "MD" + 1 digit
+//   ReadSMeter     "SM0" (TS-2000, TS-480), "SM", none (TS-440S) / "BG" less 12 from 12 up
+//   ReadValue, ReadString, SetValue: the command text itself
+//
+// Owned by its CatRadio and used on that radio's thread only. No operation throws; failures
+// return 0 (or an empty text) and leave the caller's last known values alone.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "radio/frequency.h"
 
@@ -18,8 +29,10 @@ class KenwoodDriver {
  public:
   explicit KenwoodDriver(CatRadio& radio) : radio_(radio) {}
 
-  // The family start-up of Connect, also repeated before each connect attempt.
+  // The family start-up of Connect, also repeated before each connect attempt: Elecraft
+  // "AI0;K22;" (no auto-information, extended commands), Kenwood "AI0".
   void StartUp();
+  // Sets *hz to the frequency read (0 when the read failed); non-zero when it is not 0.
   uint32_t ReadFrequency(int vfo, Frequency* hz);
   int SetFrequency(int vfo, Frequency hz);
   uint8_t ReadMode();
@@ -28,9 +41,16 @@ class KenwoodDriver {
   uint32_t ReadValue(const std::string& command);
   int SetValue(const std::string& command);
   std::string ReadString(const std::string& command);
+  // "TS-480", "TS-570", "TS-870": switches with "PS0"/"PS1", waking the radio's serial
+  // receiver with ";;;;;" and waiting for it to answer "FA" when switching on. Returns 1.
   int SwitchPower(bool on);
 
  private:
+  // The family's read and send, or the demonstration radio's answer.
+  std::string Read(std::string_view command);
+  bool Send(std::string_view command);
+  bool IsElecraft() const;
+
   CatRadio& radio_;
 };
 
