@@ -100,8 +100,9 @@ int Poll(CatRadio& radio, std::chrono::milliseconds limit) {
   int shownMode = -1;
   std::string lostReason;
   auto print = [&] {
-    std::printf("%s %u %s mode %d\n", TimeStamp().c_str(), shownHz,
-                FormatFrequency(shownHz).c_str(), shownMode);
+    const std::string mode = shownMode < 0 ? "-" : std::to_string(shownMode);
+    std::printf("%s %u %s mode %s\n", TimeStamp().c_str(), shownHz,
+                FormatFrequency(shownHz).c_str(), mode.c_str());
     std::fflush(stdout);
   };
   HeadlessRadioWindow::Callbacks callbacks;

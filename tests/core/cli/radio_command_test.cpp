@@ -1,9 +1,11 @@
 // tavlorin-cli radio, run as a user runs it.
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include "link/radio_link.h"
 #include "support/child_process.h"
 #include "support/pty_radio.h"
+#include "support/sim_kenwood.h"
 
 namespace tavlorin {
 namespace {
@@ -76,6 +78,79 @@ TEST(RadioCommand, APortInUseByAnotherProgramIsRefused) {
   EXPECT_NE(r.err.find("Device or resource busy"), std::string::npos) << r.err;
   EXPECT_NE(r.err.find("is not in use by another program"), std::string::npos) << r.err;
   EXPECT_EQ(pty.Received(), "") << "nothing reached the radio of the other program";
+}
+
+TEST(RadioCommand, ReadsAndSetsARadioOnASerialPort) {
+  testing::SimKenwood sim;
+  testing::PtyRadio pty(sim);
+  const std::vector<std::string> base = {"radio", "--model", "TS-2000", "--port", pty.path()};
+  auto with = [&](std::vector<std::string> more) {
+    std::vector<std::string> args = base;
+    args.insert(args.end(), more.begin(), more.end());
+    return Cli(args);
+  };
+  testing::ProcessResult r = with({"get-freq"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "14070000 14.070.000\n");
+  r = with({"set-freq", "7074000"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "7074000 7.074.000\n");
+  EXPECT_EQ(sim.frequencyA(), 7074000u);
+  r = with({"--vfo", "1", "get-freq"});
+  EXPECT_EQ(r.out, "7074000 7.074.000\n") << "VFO B of the simulated radio";
+  r = with({"set-mode", "3"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  r = with({"get-mode"});
+  EXPECT_EQ(r.out, "3\n");
+  EXPECT_EQ(sim.mode(), 3);
+}
+
+TEST(RadioCommand, RepeatedReadsReportTheLinkSpeed) {
+  testing::SimKenwood sim;
+  testing::PtyRadio pty(sim);
+  testing::ProcessResult r =
+      Cli({"radio", "--model", "TS-2000", "--port", pty.path(), "get-freq", "--repeat", "20"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_NE(r.out.find("14070000 14.070.000\n20 reads in "), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("reads/s, mean round trip "), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find(", 0 failed"), std::string::npos) << r.out;
+}
+
+TEST(RadioCommand, ASilentRadioFailsWithTheMessage) {
+  testing::SimKenwood sim;
+  sim.SetSilent(true);
+  testing::PtyRadio pty(sim);
+  testing::ProcessResult r = Cli({"radio", "--model", "TS-2000", "--port", pty.path(), "get-freq"});
+  EXPECT_EQ(r.exitCode, 1);
+  EXPECT_EQ(r.err, "Failed to read frequency\n");
+}
+
+TEST(RadioCommand, PollPrintsEachChangeMadeAtTheRadio) {
+  testing::SimKenwood sim;
+  testing::PtyRadio pty(sim);
+  testing::ChildProcess poll(
+      {TAVLORIN_CLI_PATH, "radio", "--model", "TS-2000", "--port", pty.path(), "poll"});
+  ASSERT_TRUE(poll.started());
+  std::string out = poll.WaitForLines(1, seconds(30));
+  EXPECT_NE(out.find(" 14070000 14.070.000 mode "), std::string::npos) << out;
+  sim.SetFrequencyA(21074000);  // the operator turns the knob
+  out = poll.WaitForLines(3, seconds(30));
+  EXPECT_NE(out.find(" 21074000 21.074.000 mode 2\n"), std::string::npos) << out;
+  EXPECT_EQ(poll.Stop(SIGINT, seconds(30)), 0);
+}
+
+TEST(RadioCommand, PollEndsWithAMessageWhenTheCableIsPulled) {
+  testing::SimKenwood sim;
+  testing::PtyRadio pty(sim);
+  testing::ChildProcess poll(
+      {TAVLORIN_CLI_PATH, "radio", "--model", "TS-2000", "--port", pty.path(), "poll"});
+  ASSERT_TRUE(poll.started());
+  std::string out = poll.WaitForLines(1, seconds(30));
+  ASSERT_NE(out.find("14070000"), std::string::npos) << out;
+  pty.Hangup();
+  // The tool must notice and end by itself; the limit is only a guard against a hang.
+  EXPECT_EQ(poll.Stop(0, seconds(60)), 1);
+  EXPECT_NE(poll.err().find("Lost the radio's port: "), std::string::npos) << poll.err();
 }
 
 }  // namespace
