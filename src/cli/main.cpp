@@ -21,6 +21,10 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {"radio", "talk to a radio: read and set frequency and mode, poll it", RunRadioCommand},
+    {"log", "the logbook: define the file, add, list, update and delete contacts", RunLogCommand},
+    {"country", "the DXCC entity and country of callsigns", RunCountryCommand},
+    {"countries", "load a countries file into the logbook", RunCountriesCommand},
+    {"locator", "Maidenhead locators, positions, bearing and distance", RunLocatorCommand},
 };
 
 void PrintUsage(std::FILE* out) {
