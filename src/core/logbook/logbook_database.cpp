@@ -1,5 +1,7 @@
 #include "logbook/logbook_database.h"
 
+#include <algorithm>
+
 #include "logbook/define_database.h"
 #include "logbook/jet_sql.h"
 #include "logbook/logbook_defaults.h"
@@ -22,6 +24,15 @@ size_t SequenceLength(unsigned char lead) {
     return 2;
   }
   return 1;
+}
+
+// Bytes taken by the first `characters` characters of UTF-8 `text` (all of it when shorter).
+size_t CharacterPrefixBytes(const std::string& text, size_t characters) {
+  size_t bytes = 0;
+  for (size_t n = 0; bytes < text.size() && n < characters; ++n) {
+    bytes += SequenceLength(static_cast<unsigned char>(text[bytes]));
+  }
+  return std::min(bytes, text.size());
 }
 
 }  // namespace
@@ -77,25 +88,35 @@ std::string LogbookDatabase::CutToFieldSize(const std::string& table, const std:
   if (it == sizes_.end() || it->second <= 0) {
     return value;
   }
-  const size_t limit = static_cast<size_t>(it->second);
-  size_t bytes = 0;
-  for (size_t characters = 0; bytes < value.size() && characters < limit; ++characters) {
-    bytes += SequenceLength(static_cast<unsigned char>(value[bytes]));
+  const size_t bytes = CharacterPrefixBytes(value, static_cast<size_t>(it->second));
+  return bytes >= value.size() ? value : value.substr(0, bytes);
+}
+
+std::vector<LogbookDatabase::CutStep> LogbookDatabase::CutPlan() const {
+  std::vector<CutStep> plan;
+  for (const char* name : LogbookCutOrder()) {
+    auto it = sizes_.find(std::string(kTableLogbook) + "::" + name);
+    if (it != sizes_.end() && it->second > 0) {
+      plan.push_back({name, FindLogbookField(name)->text, static_cast<size_t>(it->second)});
+    }
   }
-  if (bytes >= value.size()) {
-    return value;
-  }
-  return value.substr(0, bytes);
+  return plan;
 }
 
 void LogbookDatabase::CutRecord(CLogbookRecordset* record) const {
-  for (const char* name : LogbookCutOrder()) {
-    const LogbookField* field = FindLogbookField(name);
-    std::string& text = record->*field->text;
-    std::string cut = CutToFieldSize(kTableLogbook, name, text);
-    if (cut.size() != text.size()) {
-      DebugLog::Write("Value of %s cut from %zu to %zu bytes", name, text.size(), cut.size());
-      text = std::move(cut);
+  CutRecord(CutPlan(), record);
+}
+
+void LogbookDatabase::CutRecord(const std::vector<CutStep>& plan, CLogbookRecordset* record) {
+  for (const CutStep& step : plan) {
+    std::string& text = record->*step.text;
+    if (text.size() <= step.size) {
+      continue;  // never more characters than bytes
+    }
+    const size_t bytes = CharacterPrefixBytes(text, step.size);
+    if (bytes < text.size()) {
+      DebugLog::Write("Value of %s cut from %zu to %zu bytes", step.name, text.size(), bytes);
+      text.resize(bytes);
     }
   }
 }

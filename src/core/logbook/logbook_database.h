@@ -22,6 +22,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "geo/country_tables.h"
@@ -57,6 +58,10 @@ class LogbookDatabase {
 
   const std::string& path() const { return path_; }
   void SetLogSink(LogSink sink) { sink_ = std::move(sink); }
+  // Called after a countries file was loaded, so that open windows can refresh their lists.
+  void SetCountriesChangedCallback(std::function<void()> callback) {
+    countriesChanged_ = std::move(callback);
+  }
 
   // Creates or repairs the file and builds the maps; false when the file is not usable.
   // With `verbose`, the progress log also gets the per-field lines.
@@ -77,7 +82,8 @@ class LogbookDatabase {
   Status CountRecords(const std::string& table, int64_t* count);
   // Adds many contacts in one transaction (the importers' path). A record equal to a stored
   // one (or an earlier one of the batch) in Station, StartTime (to the second), BandMHz and
-  // Mode is a duplicate and not stored; one without StartTime fails.
+  // Mode is a duplicate and not stored; one without StartTime fails. Created and Modified of
+  // the stored rows are the time of the call.
   BulkAddResult AddRecords(std::span<const CLogbookRecordset> records);
 
   Status Bands(std::vector<CBandsRecordSet>* bands);
@@ -100,6 +106,13 @@ class LogbookDatabase {
   const std::map<std::string, int>& fieldSizes() const { return sizes_; }
   const std::map<std::string, FieldType>& fieldTypes() const { return types_; }
 
+  // One text field of a contact with its size, in the order the write path cuts them.
+  struct CutStep {
+    const char* name;
+    std::string CLogbookRecordset::*text;
+    size_t size;
+  };
+
   const CountryTables& countries() const { return countryTables_; }
   // The logbook mode of a radio mode number; empty for 0 and unknown numbers.
   std::string ModeForRadioMode(int radioMode) const;
@@ -111,15 +124,23 @@ class LogbookDatabase {
   Status Fail(const std::string& message);  // logs and returns the error
   Status FillDefaults();
   Status FillCountries(const std::vector<CountryRow>& rows);
+  Status FillBuiltInCountries();
+  bool FillTable(SqliteDb& db, const char* table, const std::string& insertSql, size_t count,
+                 const std::function<void(SqliteStatement&, size_t)>& bind);
   Status BuildMaps();
   Status CountIn(SqliteDb& db, const std::string& table, int64_t* count);
   Status PrepareJet(SqliteDb& db, const std::string& jetSql, SqliteStatement* statement);
+  std::vector<CutStep> CutPlan() const;
   void CutRecord(CLogbookRecordset* record) const;
+  static void CutRecord(const std::vector<CutStep>& plan, CLogbookRecordset* record);
   Status SelectByKey(SqliteDb& db, int32_t key, SqliteStatement* statement);
+  Status LoadDuplicateKeys(SqliteDb& db, std::span<const CLogbookRecordset> records,
+                           std::unordered_set<std::string>* keys);
 
   std::string path_;
   Settings& settings_;
   LogSink sink_;
+  std::function<void()> countriesChanged_;
   std::map<std::string, int> sizes_;
   std::map<std::string, FieldType> types_;
   std::map<int, std::string> radioModes_;

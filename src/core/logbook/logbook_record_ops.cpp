@@ -1,6 +1,8 @@
 // The contact operations of LogbookDatabase: add, read, update, update one field, delete, and
 // the bulk add of the importers.
+#include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 #include "logbook/logbook_database.h"
 #include "logbook/logbook_row_io.h"
@@ -11,12 +13,71 @@ namespace {
 
 std::string EngineText(SqliteDb& db) { return db.ErrorText() + " - " + db.ErrorDescription(); }
 
+// Two contacts are the same when station, band, mode and start time (to the second) agree.
+std::string DuplicateKey(const CLogbookRecordset& r) {
+  std::string key = std::to_string(std::llround(*r.startTime * 86400.0));
+  key.reserve(key.size() + r.station.size() + r.bandMHz.size() + r.mode.size() + 3);
+  key += '\x1f';
+  key += r.station;
+  key += '\x1f';
+  key += r.bandMHz;
+  key += '\x1f';
+  key += r.mode;
+  return key;
+}
+
+bool NeedsCut(const std::vector<LogbookDatabase::CutStep>& plan, const CLogbookRecordset& r) {
+  for (const auto& step : plan) {
+    if ((r.*step.text).size() > step.size) {
+      return true;
+    }
+  }
+  return false;
+}
+
 std::string InsertSql() {
   return std::string("INSERT INTO [") + kTableLogbook + "] (" + LogbookColumnList() +
          ") VALUES (" + LogbookValueMarks() + ")";
 }
 
 }  // namespace
+
+// The keys of the stored contacts whose start lies within the batch's time span.
+Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db,
+                                          std::span<const CLogbookRecordset> records,
+                                          std::unordered_set<std::string>* keys) {
+  double first = 0, last = 0;
+  bool any = false;
+  for (const CLogbookRecordset& r : records) {
+    if (r.startTime) {
+      first = any ? std::min(first, *r.startTime) : *r.startTime;
+      last = any ? std::max(last, *r.startTime) : *r.startTime;
+      any = true;
+    }
+  }
+  keys->reserve(records.size());
+  if (!any) {
+    return Status::Ok();
+  }
+  SqliteStatement st;
+  Status s = PrepareJet(db, std::string("SELECT StartTime, Station, BandMHz, Mode FROM [") +
+                                kTableLogbook + "] WHERE StartTime >= ? AND StartTime <= ?",
+                        &st);
+  if (!s.ok()) {
+    return s;
+  }
+  st.BindDouble(1, first - 1.0 / 86400);
+  st.BindDouble(2, last + 1.0 / 86400);
+  CLogbookRecordset stored;
+  while (st.Step()) {
+    stored.startTime = st.ColumnDouble(0);
+    stored.station = st.ColumnText(1);
+    stored.bandMHz = st.ColumnText(2);
+    stored.mode = st.ColumnText(3);
+    keys->insert(DuplicateKey(stored));
+  }
+  return st.status();
+}
 
 Status LogbookDatabase::SelectByKey(SqliteDb& db, int32_t key, SqliteStatement* st) {
   Status s = PrepareJet(db, std::string("SELECT * FROM [") + kTableLogbook +
@@ -176,10 +237,15 @@ Status LogbookDatabase::DeleteRecord(int32_t key) {
 
 BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> records) {
   BulkAddResult result;
+  const std::string failure = std::string("Error adding record to ") + kTableLogbook + ": ";
   SqliteDb db;
   result.status = Open(&db);
   SqliteStatement insert;
-  SqliteStatement find;
+  std::unordered_set<std::string> seen;
+  if (result.status.ok()) {
+    // A bigger page cache keeps a big batch from spilling pages to the log before it commits.
+    result.status = db.Exec("PRAGMA cache_size = -65536");
+  }
   if (result.status.ok()) {
     result.status = db.Begin();
   }
@@ -187,40 +253,35 @@ BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> rec
     result.status = PrepareJet(db, InsertSql(), &insert);
   }
   if (result.status.ok()) {
-    result.status = PrepareJet(
-        db, std::string("SELECT TOP 1 PrimaryKey FROM [") + kTableLogbook +
-                "] WHERE Station = ? AND StartTime >= ? AND StartTime < ? AND BandMHz = ? AND "
-                "Mode = ?",
-        &find);
+    result.status = LoadDuplicateKeys(db, records, &seen);
   }
   if (!result.status.ok()) {
     result.failed = static_cast<int>(records.size());
-    result.status = Fail(std::string("Error adding record to ") + kTableLogbook + ": " +
-                         result.status.message());
+    result.status = Fail(failure + result.status.message());
     return result;
   }
   const OleDate now = OleDateNow();
-  const double halfSecond = 0.5 / 86400;
+  const std::vector<CutStep> plan = CutPlan();
+  CLogbookRecordset cut;
   for (const CLogbookRecordset& original : records) {
     if (!original.startTime) {
       ++result.failed;
       continue;
     }
-    CLogbookRecordset record = original;
-    CutRecord(&record);
-    record.created = record.modified = now;
-    find.Reset();
-    find.BindText(1, record.station);
-    find.BindDouble(2, *record.startTime - halfSecond);
-    find.BindDouble(3, *record.startTime + halfSecond);
-    find.BindText(4, record.bandMHz);
-    find.BindText(5, record.mode);
-    if (find.Step()) {
+    if (!seen.insert(DuplicateKey(original)).second) {
       ++result.duplicates;
       continue;
     }
+    const CLogbookRecordset* record = &original;
+    if (NeedsCut(plan, original)) {
+      cut = original;
+      CutRecord(plan, &cut);
+      record = &cut;
+    }
     insert.Reset();
-    BindLogbookRecord(insert, record);
+    BindLogbookRecord(insert, *record);
+    insert.BindDouble(LogbookParameterIndex("Created"), now);
+    insert.BindDouble(LogbookParameterIndex("Modified"), now);
     ++(insert.Run().ok() ? result.stored : result.failed);
   }
   Status committed = db.Commit();
@@ -228,8 +289,7 @@ BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> rec
     db.Rollback();
     result.failed += result.stored + result.duplicates;
     result.stored = result.duplicates = 0;
-    result.status = Fail(std::string("Error adding record to ") + kTableLogbook + ": " +
-                         committed.message());
+    result.status = Fail(failure + committed.message());
     return result;
   }
   Log("Added " + std::to_string(result.stored) + " / " + std::to_string(records.size()) +

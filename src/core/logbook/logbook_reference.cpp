@@ -169,6 +169,38 @@ Status LogbookDatabase::FindCachedLookup(const std::string& callsign,
                                  st.status().message());
 }
 
+// Inserts the built-in rows into one empty reference table; true when every row went in.
+// `bind` binds row i of `count` to the insert statement.
+bool LogbookDatabase::FillTable(SqliteDb& db, const char* table, const std::string& insertSql,
+                                size_t count,
+                                const std::function<void(SqliteStatement&, size_t)>& bind) {
+  SqliteStatement st;
+  int added = 0;
+  Status s = db.Begin();
+  if (s.ok()) {
+    s = PrepareJet(db, insertSql, &st);
+  }
+  for (size_t i = 0; s.ok() && i < count; ++i) {
+    st.Reset();
+    bind(st, i);
+    Status one = st.Run();
+    added += one.ok() ? 1 : 0;
+    if (!one.ok()) {
+      Log(std::string("Error adding record to ") + table + ": " + one.message());
+    }
+  }
+  if (s.ok()) {
+    s = db.Commit();
+  }
+  if (!s.ok()) {
+    db.Rollback();
+    Log(std::string("Error adding record to ") + table + ": " + s.message());
+    added = 0;
+  }
+  Log(AddedLine(added, count, table));
+  return added == static_cast<int>(count);
+}
+
 Status LogbookDatabase::FillDefaults() {
   SqliteDb db;
   Status s = Open(&db);
@@ -178,65 +210,48 @@ Status LogbookDatabase::FillDefaults() {
   bool allFilled = true;
   int64_t count = 0;
   if (CountIn(db, kTableBands, &count).ok() && count == 0) {
-    SqliteStatement st;
-    int added = 0;
-    db.Begin();
-    if (PrepareJet(db, "INSERT INTO [TBL_BANDS] ([MinFreq], [MaxFreq], [Title], [ADIF], "
-                       "[Comment]) VALUES (?, ?, ?, ?, ?)", &st).ok()) {
-      for (const DefaultBand& b : DefaultBands()) {
-        st.Reset();
-        // Stored as the signed 32-bit pattern of the unsigned hertz, as the field is signed.
-        st.BindInt(1, static_cast<int32_t>(b.minFreq));
-        st.BindInt(2, static_cast<int32_t>(b.maxFreq));
-        st.BindText(3, b.title);
-        st.BindText(4, b.title);
-        st.BindText(5, kDefaultComment);
-        Status one = st.Run();
-        added += one.ok() ? 1 : 0;
-        if (!one.ok()) {
-          Log(std::string("Error adding record to ") + kTableBands + ": " + one.message());
-        }
-      }
-    }
-    allFilled = db.Commit().ok() && added == static_cast<int>(DefaultBands().size());
-    Log(AddedLine(added, DefaultBands().size(), kTableBands));
+    const auto bands = DefaultBands();
+    allFilled &= FillTable(db, kTableBands,
+                           "INSERT INTO [TBL_BANDS] ([MinFreq], [MaxFreq], [Title], [ADIF], "
+                           "[Comment]) VALUES (?, ?, ?, ?, ?)",
+                           bands.size(), [&bands](SqliteStatement& st, size_t i) {
+                             // The field is signed: the unsigned hertz go in as their bit
+                             // pattern, and read back unsigned.
+                             st.BindInt(1, static_cast<int32_t>(bands[i].minFreq));
+                             st.BindInt(2, static_cast<int32_t>(bands[i].maxFreq));
+                             st.BindText(3, bands[i].title);
+                             st.BindText(4, bands[i].title);
+                             st.BindText(5, kDefaultComment);
+                           });
   }
   if (CountIn(db, kTableModes, &count).ok() && count == 0) {
-    SqliteStatement st;
-    int added = 0;
-    db.Begin();
-    if (PrepareJet(db, "INSERT INTO [TBL_MODES] ([Title], [ADIF], [Comment]) VALUES (?, ?, ?)",
-                   &st).ok()) {
-      for (const DefaultMode& m : DefaultModes()) {
-        st.Reset();
-        st.BindText(1, m.title);
-        st.BindText(2, m.title);
-        st.BindText(3, kDefaultComment);
-        Status one = st.Run();
-        added += one.ok() ? 1 : 0;
-        if (!one.ok()) {
-          Log(std::string("Error adding record to ") + kTableModes + ": " + one.message());
-        }
-      }
-    }
-    allFilled = db.Commit().ok() && added == static_cast<int>(DefaultModes().size()) &&
-                allFilled;
-    Log(AddedLine(added, DefaultModes().size(), kTableModes));
+    const auto modes = DefaultModes();
+    allFilled &= FillTable(
+        db, kTableModes, "INSERT INTO [TBL_MODES] ([Title], [ADIF], [Comment]) VALUES (?, ?, ?)",
+        modes.size(), [&modes](SqliteStatement& st, size_t i) {
+          st.BindText(1, modes[i].title);
+          st.BindText(2, modes[i].title);
+          st.BindText(3, kDefaultComment);
+        });
   }
   if (CountIn(db, kTableCountries, &count).ok() && count == 0) {
     db.Close();
-    const auto file = SharedDataDir() / kCountriesFileName;
-    std::vector<std::string> lines;
-    Status read = ReadDefinitionBody(file, &lines);
-    if (!read.ok()) {
-      Log("Error adding record");
-      Log(std::string("    Table ........: ") + kTableCountries);
-      Log("    Error ........: " + read.message());
-      return Status::Error(read.message());
-    }
-    allFilled = FillCountries(ParseCountryLines(lines).rows).ok() && allFilled;
+    allFilled &= FillBuiltInCountries().ok();
   }
   return allFilled ? Status::Ok() : Status::Error("Not every default record could be added");
+}
+
+Status LogbookDatabase::FillBuiltInCountries() {
+  const auto file = SharedDataDir() / kCountriesFileName;
+  std::vector<std::string> lines;
+  Status read = ReadDefinitionBody(file, &lines);
+  if (!read.ok()) {
+    Log("Error adding record");
+    Log(std::string("    Table ........: ") + kTableCountries);
+    Log("    Error ........: " + read.message());
+    return read;
+  }
+  return FillCountries(ParseCountryLines(lines).rows);
 }
 
 Status LogbookDatabase::FillCountries(const std::vector<CountryRow>& rows) {
@@ -307,6 +322,9 @@ Status LogbookDatabase::LoadCountriesFile(const std::string& file, const Confirm
   }
   s = FillCountries(parsed.rows);
   Status built = BuildMaps();
+  if (countriesChanged_) {
+    countriesChanged_();
+  }
   if (!s.ok()) {
     return s;
   }

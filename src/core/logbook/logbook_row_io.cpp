@@ -34,12 +34,26 @@ int BindLogbookRecord(SqliteStatement& st, const CLogbookRecordset& record, int 
   int index = first;
   for (const LogbookField& f : LogbookFields()) {
     if (f.text != nullptr) {
-      st.BindText(index++, record.*f.text);
+      st.BindTextNoCopy(index++, record.*f.text);
     } else if (f.date != nullptr) {
       st.BindDouble(index++, record.*f.date);
     }
   }
   return index;
+}
+
+int LogbookParameterIndex(const char* name) {
+  int index = 0;
+  for (const LogbookField& f : LogbookFields()) {
+    if (f.text == nullptr && f.date == nullptr) {
+      continue;
+    }
+    ++index;
+    if (std::string_view(f.name) == name) {
+      return index;
+    }
+  }
+  return 0;
 }
 
 LogbookRowReader::LogbookRowReader(const SqliteStatement& st) {

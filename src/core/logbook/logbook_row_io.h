@@ -17,7 +17,11 @@ std::string LogbookAssignmentList();
 // "?, ?, ..." with one mark per column of LogbookColumnList().
 std::string LogbookValueMarks();
 // Binds every field but PrimaryKey from parameter `first` on; returns the next free index.
+// The texts are not copied: `record` must stay unchanged until the statement has run.
 int BindLogbookRecord(SqliteStatement& st, const CLogbookRecordset& record, int first = 1);
+
+// The parameter number that BindLogbookRecord (from 1) gives the field `name`.
+int LogbookParameterIndex(const char* name);
 
 // Maps the columns of a "SELECT * / Q.*" result to record fields once per statement.
 class LogbookRowReader {

@@ -90,6 +90,9 @@ void SqliteStatement::BindText(int index, std::string_view value) {
   sqlite3_bind_text(stmt_, index, value.data(), static_cast<int>(value.size()),
                     SQLITE_TRANSIENT);
 }
+void SqliteStatement::BindTextNoCopy(int index, std::string_view value) {
+  sqlite3_bind_text(stmt_, index, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
+}
 void SqliteStatement::BindInt(int index, int64_t value) {
   sqlite3_bind_int64(stmt_, index, value);
 }

@@ -65,6 +65,8 @@ class SqliteStatement {
 
   // Parameters are numbered from 1. A missing optional binds NULL.
   void BindText(int index, std::string_view value);
+  // Binds without copying. REQUIRES: `value` stays unchanged until the next Step or Reset.
+  void BindTextNoCopy(int index, std::string_view value);
   void BindInt(int index, int64_t value);
   void BindDouble(int index, double value);
   void BindDouble(int index, const std::optional<double>& value);

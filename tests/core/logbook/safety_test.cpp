@@ -163,15 +163,19 @@ TEST_F(SafetyTest, LoadingCountriesFiles) {
   const std::string fixtures = std::string(TAVLORIN_TEST_SOURCE_DIR) + "/fixtures/";
   bool loaded = true;
   std::string asked;
+  int changes = 0;
+  db_->SetCountriesChangedCallback([&changes] { ++changes; });
   auto no = [&asked](const std::string& q, int, int) { asked = q; return false; };
   ASSERT_TRUE(db_->LoadCountriesFile(fixtures + "countries_small.txt", no, &loaded).ok());
   EXPECT_FALSE(loaded);
   EXPECT_EQ(asked, "This file contains 14 active and 2 deleted country definitions, continue?");
   EXPECT_EQ(Count("TBL_COUNTRIES"), 402) << "No changes nothing";
+  EXPECT_EQ(changes, 0);
 
   auto yes = [](const std::string&, int, int) { return true; };
   ASSERT_TRUE(db_->LoadCountriesFile(fixtures + "countries_small.txt", yes, &loaded).ok());
   EXPECT_TRUE(loaded);
+  EXPECT_EQ(changes, 1) << "open windows are told once";
   EXPECT_EQ(Count("TBL_COUNTRIES"), 16);
   EXPECT_EQ(Sql("SELECT Prefix FROM TBL_COUNTRIES WHERE DXCC = '18'")[0], "4J,4K,4K5");
   EXPECT_EQ(db_->countries().DxccForCallsign("4U5AB"), "117") << "maps rebuilt";
