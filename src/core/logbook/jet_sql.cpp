@@ -49,6 +49,20 @@ bool ReadTop(std::string_view text, size_t pos, std::string* digits, size_t* aft
   return true;
 }
 
+// The closing quote of the text literal opening at `open` ('' is a quote inside it), or npos.
+size_t QuoteEnd(std::string_view text, size_t open) {
+  for (size_t end = open + 1; end < text.size(); ++end) {
+    if (text[end] == '\'') {
+      if (end + 1 < text.size() && text[end + 1] == '\'') {
+        ++end;
+        continue;
+      }
+      return end;
+    }
+  }
+  return std::string_view::npos;
+}
+
 }  // namespace
 
 Status TranslateJetSql(std::string_view jet, std::string* sqlite) {
@@ -58,18 +72,9 @@ Status TranslateJetSql(std::string_view jet, std::string* sqlite) {
   for (size_t i = 0; i < jet.size();) {
     char c = jet[i];
     if (c == '\'') {
-      size_t end = i + 1;
-      for (;; ++end) {
-        if (end >= jet.size()) {
-          return Status::Error("Unterminated text in SQL: " + std::string(jet));
-        }
-        if (jet[end] == '\'') {
-          if (end + 1 < jet.size() && jet[end + 1] == '\'') {
-            ++end;
-            continue;
-          }
-          break;
-        }
+      size_t end = QuoteEnd(jet, i);
+      if (end == std::string_view::npos) {
+        return Status::Error("Unterminated text in SQL: " + std::string(jet));
       }
       out.append(jet.substr(i, end + 1 - i));
       i = end + 1;

@@ -20,12 +20,14 @@ class CliTest : public testing_support::LogbookTest {
  protected:
   // Runs the CLI with `--db path_` before `arguments` (a shell-quoted word list).
   Result Run(const std::string& arguments, const std::string& input = "") {
+    return RunRaw("--db '" + path_ + "' " + arguments, input);
+  }
+  Result RunRaw(const std::string& arguments, const std::string& input = "") {
     const std::string in = (dir_ / "in.txt").string(), out = (dir_ / "out.txt").string(),
                       err = (dir_ / "err.txt").string();
     std::ofstream(in) << input;
-    const std::string command = std::string("'") + TAVLORIN_CLI_PATH + "' --db '" + path_ +
-                                "' " + arguments + " <'" + in + "' >'" + out + "' 2>'" + err +
-                                "'";
+    const std::string command = std::string("'") + TAVLORIN_CLI_PATH + "' " + arguments +
+                                " <'" + in + "' >'" + out + "' 2>'" + err + "'";
     int status = std::system(command.c_str());
     Result r;
     r.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -82,6 +84,37 @@ TEST_F(CliTest, LogbookLifecycle) {
   EXPECT_EQ(r.exitCode, 1);
   EXPECT_NE(r.err.find("Error deleting record 2: No current record."), std::string::npos);
   EXPECT_EQ(Count("TBL_LOGBOOK"), 1);
+}
+
+// The program-wide settings file that the tool reads (the test's own XDG_CONFIG_HOME).
+class SettingsFile {
+ public:
+  explicit SettingsFile(const std::string& text) {
+    path_ = std::filesystem::path(std::getenv("XDG_CONFIG_HOME")) / "tavlorin" / "tavlorin.ini";
+    std::filesystem::create_directories(path_.parent_path());
+    std::ofstream(path_) << text;
+  }
+  ~SettingsFile() { std::filesystem::remove(path_); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+TEST_F(CliTest, SettingsChooseTheFileAndWhetherErrorsShow) {
+  {
+    SettingsFile settings("LogbookDatabase=" + path_ + "\n");
+    ASSERT_EQ(RunRaw("log define").exitCode, 0);
+    ASSERT_EQ(RunRaw("log add Station=K1ABC StartTime=2024-05-01").exitCode, 0);
+    EXPECT_EQ(Sql("SELECT Station FROM TBL_LOGBOOK"), std::vector<std::string>{"K1ABC"});
+    Result r = RunRaw("log delete 99");
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_NE(r.err.find("Error deleting record 99"), std::string::npos) << r.err;
+  }
+  SettingsFile settings("LogbookDatabase=" + path_ + "\nLogbookShowErrors=0\n");
+  Result r = RunRaw("log delete 99");
+  EXPECT_EQ(r.exitCode, 1);
+  EXPECT_EQ(r.err.find("Error deleting record"), std::string::npos) << r.err;
+  EXPECT_FALSE(r.err.empty());
 }
 
 TEST_F(CliTest, BadCommandLinesExitTwo) {
