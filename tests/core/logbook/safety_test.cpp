@@ -64,6 +64,45 @@ TEST_F(SafetyTest, ContactsReportedStoredSurviveKill) {
   }
 }
 
+TEST_F(SafetyTest, BulkAddKilledMidwayStoresWholeBatchesOnly) {
+  constexpr int kBatch = 2000;
+  int report[2];
+  ASSERT_EQ(pipe(report), 0);
+  pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    close(report[0]);
+    LogbookDatabase db(path_, *settings_);
+    db.Define(false);
+    for (int round = 0;; ++round) {
+      std::vector<CLogbookRecordset> batch;
+      for (int i = 0; i < kBatch; ++i) {
+        batch.push_back(Contact("B" + std::to_string(round) + "X" + std::to_string(i),
+                                "2024-05-01 10:00"));
+      }
+      BulkAddResult r = db.AddRecords(batch);
+      if (r.stored != kBatch || write(report[1], &round, sizeof round) != sizeof round) {
+        _exit(3);
+      }
+    }
+  }
+  close(report[1]);
+  int round = -1, reported = 0;
+  while (reported < 3 && read(report[0], &round, sizeof round) == sizeof round) {
+    ++reported;
+  }
+  kill(child, SIGKILL);
+  int status = 0;
+  waitpid(child, &status, 0);
+  close(report[0]);
+  ASSERT_TRUE(WIFSIGNALED(status)) << "the child stopped on its own: " << status;
+  ASSERT_EQ(reported, 3);
+  EXPECT_EQ(Sql("PRAGMA integrity_check")[0], "ok");
+  const int64_t stored = Count("TBL_LOGBOOK");
+  EXPECT_GE(stored, 3 * kBatch) << "every batch reported stored is there";
+  EXPECT_EQ(stored % kBatch, 0) << "a batch is stored whole or not at all";
+}
+
 TEST_F(SafetyTest, BulkAddCountsStoredFailedAndDuplicates) {
   auto existing = Contact("DL1ABC", "2024-05-01 10:00:00");
   ASSERT_TRUE(db_->AddRecord(&existing).ok());
