@@ -27,11 +27,11 @@ const CountryTables& BuiltInTables() {
 
 // Prefix, digit, suffix letters; some portable forms, as a contest log holds them.
 std::vector<std::string> RealisticCallsigns(size_t count) {
-  static const char* kPrefixes[] = {"DL", "DK", "G",  "M",   "F",  "I",   "EA", "OH", "SM",
-                                    "UA", "R",  "JA", "VK",  "ZL", "K",   "W",  "N",  "VE",
-                                    "PY", "LU", "ZS", "9A",  "S5", "OK",  "SP", "HA", "YO",
-                                    "LZ", "4X", "A6", "VU",  "BY", "HL",  "YB", "KH6", "KL7",
-                                    "VP2E", "3DA", "FO", "HB9", "OE", "ON", "PA", "LA", "OZ"};
+  static const char* kPrefixes[] = {"DL",   "DK",  "G",  "M",   "F",  "I",  "EA", "OH",  "SM",
+                                    "UA",   "R",   "JA", "VK",  "ZL", "K",  "W",  "N",   "VE",
+                                    "PY",   "LU",  "ZS", "9A",  "S5", "OK", "SP", "HA",  "YO",
+                                    "LZ",   "4X",  "A6", "VU",  "BY", "HL", "YB", "KH6", "KL7",
+                                    "VP2E", "3DA", "FO", "HB9", "OE", "ON", "PA", "LA",  "OZ"};
   std::mt19937 random(42);
   std::vector<std::string> out;
   out.reserve(count);

@@ -174,7 +174,9 @@ int Update(LogbookDatabase& database, const std::vector<std::string>& words) {
   std::vector<std::pair<const LogbookField*, std::string>> assignments;
   std::string error;
   if (!key || words.size() < 3 || !ParseAssignments(words, 2, &assignments, &error)) {
-    return BadLine(!key ? "update needs a record number" : error.empty() ? "update needs NAME=VALUE words" : error);
+    return BadLine(!key            ? "update needs a record number"
+                   : error.empty() ? "update needs NAME=VALUE words"
+                                   : error);
   }
   if (!DefineExisting(database)) {
     return 1;

@@ -36,7 +36,8 @@ bool DefineExisting(LogbookDatabase& database) {
   bool ok = database.Define(false);
   database.SetLogSink(nullptr);
   if (!ok) {
-    ReportFailure(database, Status::Error(lastError.empty() ? "Error opening database" : lastError));
+    ReportFailure(database,
+                  Status::Error(lastError.empty() ? "Error opening database" : lastError));
   }
   return ok;
 }

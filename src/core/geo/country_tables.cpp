@@ -54,8 +54,7 @@ void CountryTables::Build(const std::vector<CountryRow>& rows, const ClashLog& c
   }
 }
 
-const std::string* CountryTables::LongestMatch(const PrefixMap& map,
-                                               std::string_view callsign) {
+const std::string* CountryTables::LongestMatch(const PrefixMap& map, std::string_view callsign) {
   for (size_t n = callsign.size(); n >= 1; --n) {
     auto it = map.find(callsign.substr(0, n));
     if (it != map.end()) {
@@ -76,8 +75,7 @@ std::string CountryTables::DxccForCallsign(std::string_view callsign) const {
   return found != nullptr ? *found : std::string();
 }
 
-std::string CountryTables::CountryForCallsign(std::string_view callsign,
-                                              std::string* dxcc) const {
+std::string CountryTables::CountryForCallsign(std::string_view callsign, std::string* dxcc) const {
   std::string found = DxccForCallsign(callsign);
   if (dxcc != nullptr) {
     *dxcc = found;

@@ -35,7 +35,7 @@ class CountryTables {
   std::string CountryForCallsign(std::string_view callsign, std::string* dxcc = nullptr) const;
   // The text in capitals, looked up exactly: active map, then deleted map.
   std::string DxccForPrefix(std::string_view prefix) const;
-  std::string CountryForDxcc(unsigned dxcc) const;  // empty when unknown
+  std::string CountryForDxcc(unsigned dxcc) const;            // empty when unknown
   unsigned DxccForCountry(const std::string& country) const;  // 0 when unknown
   const std::vector<std::string>& CountryNames() const { return names_; }
 

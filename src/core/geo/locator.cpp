@@ -45,7 +45,9 @@ GeoPosition LocatorToPosition(std::string_view locator) {
       text[i] = '0';
     }
   }
-  auto code = [&text](size_t i) { return static_cast<double>(static_cast<unsigned char>(text[i])); };
+  auto code = [&text](size_t i) {
+    return static_cast<double>(static_cast<unsigned char>(text[i]));
+  };
   double east = (code(0) - 65) * 20 - 180 + (code(2) - 48) * 2;
   double latitude = (code(1) - 65) * 10 - 90 + (code(3) - 48);
   if (text.size() == 4) {

@@ -250,8 +250,8 @@ bool CDefineDatabase::CheckKey(SqliteDb& db, const SchemaField& row) {
   }
   Log(std::string("Creating primary key: ") + row.keyIndex);
   // Index names are per file in SQLite, and two tables share one key index name.
-  s = db.Exec("CREATE UNIQUE INDEX " + Quoted(table + "_" + row.keyIndex) + " ON " +
-              Quoted(table) + " (" + Quoted(row.field) + ")");
+  s = db.Exec("CREATE UNIQUE INDEX " + Quoted(table + "_" + row.keyIndex) + " ON " + Quoted(table) +
+              " (" + Quoted(row.field) + ")");
   if (!s.ok()) {
     Log(std::string("Error creating primary key: ") + row.keyIndex + " - " + s.message());
     return false;

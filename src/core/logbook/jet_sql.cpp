@@ -90,7 +90,7 @@ Status TranslateJetSql(std::string_view jet, std::string* sqlite) {
     } else if (c == '#') {
       size_t end = jet.find('#', i + 1);
       auto date = end == std::string_view::npos ? std::nullopt
-                                                 : ParseOleDate(jet.substr(i + 1, end - i - 1));
+                                                : ParseOleDate(jet.substr(i + 1, end - i - 1));
       if (!date) {
         return Status::Error("Unreadable date in SQL: " + std::string(jet));
       }

@@ -103,9 +103,7 @@ std::vector<LogbookDatabase::CutStep> LogbookDatabase::CutPlan() const {
   return plan;
 }
 
-void LogbookDatabase::CutRecord(CLogbookRecordset* record) const {
-  CutRecord(CutPlan(), record);
-}
+void LogbookDatabase::CutRecord(CLogbookRecordset* record) const { CutRecord(CutPlan(), record); }
 
 void LogbookDatabase::CutRecord(const std::vector<CutStep>& plan, CLogbookRecordset* record) {
   for (const CutStep& step : plan) {

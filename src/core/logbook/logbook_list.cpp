@@ -13,8 +13,7 @@ std::string CLogbookRecordSetEx::Query() const {
   return "SELECT " + top + " Q.* FROM " + kTableLogbook + " AS Q " + filter + " ORDER BY " + by;
 }
 
-Status LogbookDatabase::ListRecords(int limit, const std::string& filter,
-                                    const std::string& order,
+Status LogbookDatabase::ListRecords(int limit, const std::string& filter, const std::string& order,
                                     std::vector<CLogbookRecordset>* records) {
   records->clear();
   SqliteDb db;

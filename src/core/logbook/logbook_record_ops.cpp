@@ -36,15 +36,14 @@ bool NeedsCut(const std::vector<LogbookDatabase::CutStep>& plan, const CLogbookR
 }
 
 std::string InsertSql() {
-  return std::string("INSERT INTO [") + kTableLogbook + "] (" + LogbookColumnList() +
-         ") VALUES (" + LogbookValueMarks() + ")";
+  return std::string("INSERT INTO [") + kTableLogbook + "] (" + LogbookColumnList() + ") VALUES (" +
+         LogbookValueMarks() + ")";
 }
 
 }  // namespace
 
 // The keys of the stored contacts whose start lies within the batch's time span.
-Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db,
-                                          std::span<const CLogbookRecordset> records,
+Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db, std::span<const CLogbookRecordset> records,
                                           std::unordered_set<std::string>* keys) {
   double first = 0, last = 0;
   bool any = false;
@@ -60,8 +59,9 @@ Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db,
     return Status::Ok();
   }
   SqliteStatement st;
-  Status s = PrepareJet(db, std::string("SELECT StartTime, Station, BandMHz, Mode FROM [") +
-                                kTableLogbook + "] WHERE StartTime >= ? AND StartTime <= ?",
+  Status s = PrepareJet(db,
+                        std::string("SELECT StartTime, Station, BandMHz, Mode FROM [") +
+                            kTableLogbook + "] WHERE StartTime >= ? AND StartTime <= ?",
                         &st);
   if (!s.ok()) {
     return s;
@@ -80,9 +80,8 @@ Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db,
 }
 
 Status LogbookDatabase::SelectByKey(SqliteDb& db, int32_t key, SqliteStatement* st) {
-  Status s = PrepareJet(db, std::string("SELECT * FROM [") + kTableLogbook +
-                                "] WHERE PrimaryKey = ?",
-                        st);
+  Status s =
+      PrepareJet(db, std::string("SELECT * FROM [") + kTableLogbook + "] WHERE PrimaryKey = ?", st);
   if (s.ok()) {
     st->BindInt(1, key);
   }
@@ -128,10 +127,10 @@ Status LogbookDatabase::ReadRecord(int32_t key, CLogbookRecordset* record) {
     LogbookRowReader(st).Read(st, record);
     return Status::Ok();
   }
-  std::string detail = !s.ok() || !st.status().ok()
-                           ? EngineText(db)
-                           : "No current record. - no contact has record number " +
-                                 std::to_string(key);
+  std::string detail =
+      !s.ok() || !st.status().ok()
+          ? EngineText(db)
+          : "No current record. - no contact has record number " + std::to_string(key);
   return Fail(std::string("Error reading ") + kTableLogbook + ": " + detail);
 }
 
@@ -148,8 +147,9 @@ Status LogbookDatabase::UpdateRecord(int32_t key, CLogbookRecordset* record) {
   CutRecord(record);
   record->modified = OleDateNow();
   SqliteStatement st;
-  s = PrepareJet(db, std::string("UPDATE [") + kTableLogbook + "] SET " +
-                         LogbookAssignmentList() + " WHERE PrimaryKey = ?",
+  s = PrepareJet(db,
+                 std::string("UPDATE [") + kTableLogbook + "] SET " + LogbookAssignmentList() +
+                     " WHERE PrimaryKey = ?",
                  &st);
   if (s.ok()) {
     int next = BindLogbookRecord(st, *record);
@@ -180,7 +180,8 @@ Status LogbookDatabase::UpdateField(int32_t key, const std::string& fieldName,
   if (!s.ok()) {
     return Fail(failure + s.message());
   }
-  if (field->date != nullptr && !(scratch.*field->date) && std::string(field->name) == "StartTime") {
+  if (field->date != nullptr && !(scratch.*field->date) &&
+      std::string(field->name) == "StartTime") {
     return Fail(failure + "StartTime is required");
   }
   SqliteDb db;
@@ -189,8 +190,9 @@ Status LogbookDatabase::UpdateField(int32_t key, const std::string& fieldName,
     return s;
   }
   SqliteStatement st;
-  s = PrepareJet(db, std::string("UPDATE [") + kTableLogbook + "] SET [" + field->name +
-                         "] = ?, [Modified] = ? WHERE PrimaryKey = ?",
+  s = PrepareJet(db,
+                 std::string("UPDATE [") + kTableLogbook + "] SET [" + field->name +
+                     "] = ?, [Modified] = ? WHERE PrimaryKey = ?",
                  &st);
   if (s.ok()) {
     if (field->text != nullptr) {
@@ -219,8 +221,7 @@ Status LogbookDatabase::DeleteRecord(int32_t key) {
     return s;
   }
   SqliteStatement st;
-  s = PrepareJet(db, std::string("DELETE FROM [") + kTableLogbook + "] WHERE PrimaryKey = ?",
-                 &st);
+  s = PrepareJet(db, std::string("DELETE FROM [") + kTableLogbook + "] WHERE PrimaryKey = ?", &st);
   if (s.ok()) {
     st.BindInt(1, key);
     s = st.Run();

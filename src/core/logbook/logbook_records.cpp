@@ -7,8 +7,10 @@ namespace {
 
 using R = CLogbookRecordset;
 
-#define TEXT_FIELD(n, m) {n, &R::m, nullptr}
-#define DATE_FIELD(n, m) {n, nullptr, &R::m}
+#define TEXT_FIELD(n, m) \
+  { n, &R::m, nullptr }
+#define DATE_FIELD(n, m) \
+  { n, nullptr, &R::m }
 
 const LogbookField kFields[] = {
     {"PrimaryKey", nullptr, nullptr},
@@ -54,11 +56,10 @@ static_assert(std::size(kFields) == 36);
 #undef DATE_FIELD
 
 constexpr const char* kCutOrder[] = {
-    "Station",    "BandMHz",   "Mode",     "Remark",    "Frequency",  "Country",
-    "DXCC",       "IOTA",      "Locator",  "QSLSent",   "QSLRecv",    "QSLVia",
-    "eQSLSent",   "eQSLRecv",  "eQSLStatus", "Name",    "Address",    "QTH",
-    "ReportRecv", "ReportSent", "MyStation", "MyAntenna", "MyCallsign", "MyLocator",
-    "MyPower",    "MyName",    "MyCountry",
+    "Station",    "BandMHz",    "Mode",      "Remark",  "Frequency",  "Country",    "DXCC",
+    "IOTA",       "Locator",    "QSLSent",   "QSLRecv", "QSLVia",     "eQSLSent",   "eQSLRecv",
+    "eQSLStatus", "Name",       "Address",   "QTH",     "ReportRecv", "ReportSent", "MyStation",
+    "MyAntenna",  "MyCallsign", "MyLocator", "MyPower", "MyName",     "MyCountry",
 };
 static_assert(std::size(kCutOrder) == 27);
 

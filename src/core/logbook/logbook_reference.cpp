@@ -50,9 +50,9 @@ Status LogbookDatabase::Bands(std::vector<CBandsRecordSet>* bands) {
     }
     bands->push_back(std::move(b));
   }
-  return st.status().ok() ? Status::Ok()
-                          : Fail(std::string("Error reading ") + kTableBands + ": " +
-                                 st.status().message());
+  return st.status().ok()
+             ? Status::Ok()
+             : Fail(std::string("Error reading ") + kTableBands + ": " + st.status().message());
 }
 
 Status LogbookDatabase::BandForFrequency(uint32_t hertz, std::optional<CBandsRecordSet>* band) {
@@ -77,8 +77,10 @@ Status LogbookDatabase::Modes(std::vector<CModesRecordSet>* modes) {
   Status s = Open(&db);
   SqliteStatement st;
   if (s.ok()) {
-    s = PrepareJet(db, "SELECT PrimaryKey, Title, ADIF, Comment FROM [TBL_MODES] "
-                       "ORDER BY PrimaryKey ASC", &st);
+    s = PrepareJet(db,
+                   "SELECT PrimaryKey, Title, ADIF, Comment FROM [TBL_MODES] "
+                   "ORDER BY PrimaryKey ASC",
+                   &st);
   }
   if (!s.ok()) {
     return s;
@@ -87,9 +89,9 @@ Status LogbookDatabase::Modes(std::vector<CModesRecordSet>* modes) {
     modes->push_back({static_cast<int32_t>(st.ColumnInt(0)), st.ColumnText(1), st.ColumnText(2),
                       st.ColumnText(3)});
   }
-  return st.status().ok() ? Status::Ok()
-                          : Fail(std::string("Error reading ") + kTableModes + ": " +
-                                 st.status().message());
+  return st.status().ok()
+             ? Status::Ok()
+             : Fail(std::string("Error reading ") + kTableModes + ": " + st.status().message());
 }
 
 Status LogbookDatabase::Countries(std::vector<CCountriesRecordSet>* countries) {
@@ -98,19 +100,21 @@ Status LogbookDatabase::Countries(std::vector<CCountriesRecordSet>* countries) {
   Status s = Open(&db);
   SqliteStatement st;
   if (s.ok()) {
-    s = PrepareJet(db, "SELECT PrimaryKey, Country, DXCC, Comment, Prefix FROM [TBL_COUNTRIES] "
-                       "ORDER BY PrimaryKey ASC", &st);
+    s = PrepareJet(db,
+                   "SELECT PrimaryKey, Country, DXCC, Comment, Prefix FROM [TBL_COUNTRIES] "
+                   "ORDER BY PrimaryKey ASC",
+                   &st);
   }
   if (!s.ok()) {
     return s;
   }
   while (st.Step()) {
-    countries->push_back({static_cast<int32_t>(st.ColumnInt(0)), st.ColumnText(1),
-                          st.ColumnText(2), st.ColumnText(3), st.ColumnText(4)});
+    countries->push_back({static_cast<int32_t>(st.ColumnInt(0)), st.ColumnText(1), st.ColumnText(2),
+                          st.ColumnText(3), st.ColumnText(4)});
   }
-  return st.status().ok() ? Status::Ok()
-                          : Fail(std::string("Error reading ") + kTableCountries + ": " +
-                                 st.status().message());
+  return st.status().ok()
+             ? Status::Ok()
+             : Fail(std::string("Error reading ") + kTableCountries + ": " + st.status().message());
 }
 
 Status LogbookDatabase::CacheLookup(CQRZRecordSet* lookup) {
@@ -121,9 +125,11 @@ Status LogbookDatabase::CacheLookup(CQRZRecordSet* lookup) {
   }
   lookup->qrzUpdated = OleDateNow();
   SqliteStatement st;
-  s = PrepareJet(db, "INSERT INTO [TBL_QRZ] ([QRZUpdated], [QRZCallsign], [QRZName], "
-                     "[QRZAddr1], [QRZAddr2], [QRZCountry], [QRZGrid], [QRZHomePage], "
-                     "[QRZQslMgr]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)", &st);
+  s = PrepareJet(db,
+                 "INSERT INTO [TBL_QRZ] ([QRZUpdated], [QRZCallsign], [QRZName], "
+                 "[QRZAddr1], [QRZAddr2], [QRZCountry], [QRZGrid], [QRZHomePage], "
+                 "[QRZQslMgr]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                 &st);
   if (s.ok()) {
     st.BindDouble(1, lookup->qrzUpdated);
     int i = 2;
@@ -149,24 +155,32 @@ Status LogbookDatabase::FindCachedLookup(const std::string& callsign,
   Status s = Open(&db);
   SqliteStatement st;
   if (s.ok()) {
-    s = PrepareJet(db, "SELECT TOP 1 Q.PrimaryKey, Q.QRZUpdated, Q.QRZCallsign, Q.QRZName, "
-                       "Q.QRZAddr1, Q.QRZAddr2, Q.QRZCountry, Q.QRZGrid, Q.QRZHomePage, "
-                       "Q.QRZQslMgr FROM [TBL_QRZ] AS Q WHERE (QRZCallsign = ?) "
-                       "ORDER BY PrimaryKey DESC", &st);
+    s = PrepareJet(db,
+                   "SELECT TOP 1 Q.PrimaryKey, Q.QRZUpdated, Q.QRZCallsign, Q.QRZName, "
+                   "Q.QRZAddr1, Q.QRZAddr2, Q.QRZCountry, Q.QRZGrid, Q.QRZHomePage, "
+                   "Q.QRZQslMgr FROM [TBL_QRZ] AS Q WHERE (QRZCallsign = ?) "
+                   "ORDER BY PrimaryKey DESC",
+                   &st);
   }
   if (!s.ok()) {
     return s;
   }
   st.BindText(1, callsign);
   if (st.Step()) {
-    *lookup = CQRZRecordSet{static_cast<int32_t>(st.ColumnInt(0)), st.ColumnOptionalDouble(1),
-                            st.ColumnText(2), st.ColumnText(3), st.ColumnText(4),
-                            st.ColumnText(5), st.ColumnText(6), st.ColumnText(7),
-                            st.ColumnText(8), st.ColumnText(9)};
+    *lookup = CQRZRecordSet{static_cast<int32_t>(st.ColumnInt(0)),
+                            st.ColumnOptionalDouble(1),
+                            st.ColumnText(2),
+                            st.ColumnText(3),
+                            st.ColumnText(4),
+                            st.ColumnText(5),
+                            st.ColumnText(6),
+                            st.ColumnText(7),
+                            st.ColumnText(8),
+                            st.ColumnText(9)};
   }
-  return st.status().ok() ? Status::Ok()
-                          : Fail(std::string("Error reading ") + kTableQrz + ": " +
-                                 st.status().message());
+  return st.status().ok()
+             ? Status::Ok()
+             : Fail(std::string("Error reading ") + kTableQrz + ": " + st.status().message());
 }
 
 // Inserts the built-in rows into one empty reference table; true when every row went in.
@@ -226,13 +240,13 @@ Status LogbookDatabase::FillDefaults() {
   }
   if (CountIn(db, kTableModes, &count).ok() && count == 0) {
     const auto modes = DefaultModes();
-    allFilled &= FillTable(
-        db, kTableModes, "INSERT INTO [TBL_MODES] ([Title], [ADIF], [Comment]) VALUES (?, ?, ?)",
-        modes.size(), [&modes](SqliteStatement& st, size_t i) {
-          st.BindText(1, modes[i].title);
-          st.BindText(2, modes[i].title);
-          st.BindText(3, kDefaultComment);
-        });
+    allFilled &= FillTable(db, kTableModes,
+                           "INSERT INTO [TBL_MODES] ([Title], [ADIF], [Comment]) VALUES (?, ?, ?)",
+                           modes.size(), [&modes](SqliteStatement& st, size_t i) {
+                             st.BindText(1, modes[i].title);
+                             st.BindText(2, modes[i].title);
+                             st.BindText(3, kDefaultComment);
+                           });
   }
   if (CountIn(db, kTableCountries, &count).ok() && count == 0) {
     db.Close();
@@ -272,8 +286,10 @@ Status LogbookDatabase::FillCountries(const std::vector<CountryRow>& rows) {
     s = db.Exec("DELETE FROM \"TBL_COUNTRIES\"");
   }
   if (s.ok()) {
-    s = PrepareJet(db, "INSERT INTO [TBL_COUNTRIES] ([Country], [DXCC], [Comment], [Prefix]) "
-                       "VALUES (?, ?, ?, ?)", &st);
+    s = PrepareJet(db,
+                   "INSERT INTO [TBL_COUNTRIES] ([Country], [DXCC], [Comment], [Prefix]) "
+                   "VALUES (?, ?, ?, ?)",
+                   &st);
   }
   if (!s.ok()) {
     db.Rollback();
@@ -306,9 +322,8 @@ Status LogbookDatabase::LoadCountriesFile(const std::string& file, const Confirm
                                           bool* loaded) {
   *loaded = false;
   std::vector<std::string> lines;
-  Status s = ReadDefinitionFile(file, [&lines](std::string_view line) {
-    lines.emplace_back(line);
-  });
+  Status s =
+      ReadDefinitionFile(file, [&lines](std::string_view line) { lines.emplace_back(line); });
   if (!s.ok()) {
     return Fail("Error reading countries file: " + s.message());
   }

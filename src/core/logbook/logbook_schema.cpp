@@ -109,10 +109,14 @@ std::span<const char* const> LogbookTables() { return kTables; }
 
 std::string DeclaredType(const SchemaField& row) {
   switch (row.type) {
-    case FieldType::kLong: return "INTEGER";
-    case FieldType::kDate: return "DOUBLE";  // days since 30 December 1899
-    case FieldType::kText: return "VARCHAR(" + std::to_string(row.size) + ")";
-    case FieldType::kMemo: return "TEXT";
+    case FieldType::kLong:
+      return "INTEGER";
+    case FieldType::kDate:
+      return "DOUBLE";  // days since 30 December 1899
+    case FieldType::kText:
+      return "VARCHAR(" + std::to_string(row.size) + ")";
+    case FieldType::kMemo:
+      return "TEXT";
   }
   return "TEXT";
 }

@@ -111,8 +111,7 @@ std::optional<OleDate> ParseOleDate(std::string_view text) {
     return std::nullopt;
   }
   if (timeAt < text.size()) {
-    if ((text[timeAt] != ' ' && text[timeAt] != 'T') ||
-        !ParseTime(text, timeAt + 1, &h, &mi, &s)) {
+    if ((text[timeAt] != ' ' && text[timeAt] != 'T') || !ParseTime(text, timeAt + 1, &h, &mi, &s)) {
       return std::nullopt;
     }
   }

@@ -74,9 +74,7 @@ void SqliteDb::Rollback() {
 int64_t SqliteDb::LastInsertRowId() const { return sqlite3_last_insert_rowid(db_); }
 int SqliteDb::Changes() const { return sqlite3_changes(db_); }
 std::string SqliteDb::ErrorText() const { return db_ != nullptr ? sqlite3_errmsg(db_) : ""; }
-std::string SqliteDb::ErrorDescription() const {
-  return sqlite3_errstr(ErrorCode());
-}
+std::string SqliteDb::ErrorDescription() const { return sqlite3_errstr(ErrorCode()); }
 int SqliteDb::ErrorCode() const { return db_ != nullptr ? sqlite3_extended_errcode(db_) : 0; }
 
 void SqliteStatement::Finalize() {
@@ -87,15 +85,12 @@ void SqliteStatement::Finalize() {
 }
 
 void SqliteStatement::BindText(int index, std::string_view value) {
-  sqlite3_bind_text(stmt_, index, value.data(), static_cast<int>(value.size()),
-                    SQLITE_TRANSIENT);
+  sqlite3_bind_text(stmt_, index, value.data(), static_cast<int>(value.size()), SQLITE_TRANSIENT);
 }
 void SqliteStatement::BindTextNoCopy(int index, std::string_view value) {
   sqlite3_bind_text(stmt_, index, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
 }
-void SqliteStatement::BindInt(int index, int64_t value) {
-  sqlite3_bind_int64(stmt_, index, value);
-}
+void SqliteStatement::BindInt(int index, int64_t value) { sqlite3_bind_int64(stmt_, index, value); }
 void SqliteStatement::BindDouble(int index, double value) {
   sqlite3_bind_double(stmt_, index, value);
 }
@@ -152,9 +147,7 @@ std::string SqliteStatement::ColumnText(int column) const {
   return std::string(reinterpret_cast<const char*>(text),
                      static_cast<size_t>(sqlite3_column_bytes(stmt_, column)));
 }
-int64_t SqliteStatement::ColumnInt(int column) const {
-  return sqlite3_column_int64(stmt_, column);
-}
+int64_t SqliteStatement::ColumnInt(int column) const { return sqlite3_column_int64(stmt_, column); }
 double SqliteStatement::ColumnDouble(int column) const {
   return sqlite3_column_double(stmt_, column);
 }

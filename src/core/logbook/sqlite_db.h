@@ -46,9 +46,9 @@ class SqliteDb {
 
   int64_t LastInsertRowId() const;
   int Changes() const;
-  std::string ErrorText() const;  // the engine's message for the last failure
-  int ErrorCode() const;          // the engine's extended result code
-  std::string ErrorDescription() const;  // the engine's general text for that code
+  std::string ErrorText() const;                        // the engine's message for the last failure
+  int ErrorCode() const;                                // the engine's extended result code
+  std::string ErrorDescription() const;                 // the engine's general text for that code
   int openErrorCode() const { return openErrorCode_; }  // result code of a failed Open
 
  private:

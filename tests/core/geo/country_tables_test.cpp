@@ -1,12 +1,13 @@
 // Prefix look-ups on a small countries file whose entries mirror the awkward real cases:
 // dated entries, clashes, deleted entities, whole callsigns, slashes.
+#include "geo/country_tables.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "geo/countries_file.h"
-#include "geo/country_tables.h"
 #include "shell/definition_file.h"
 
 namespace tavlorin {
@@ -111,9 +112,9 @@ TEST(CountriesFileTest, TwelveFieldFileGivesNothing) {
 
 TEST(CountriesFileTest, BuiltInListMatchesItsDescription) {
   std::vector<std::string> lines;
-  ASSERT_TRUE(ReadDefinitionBody(std::string(TAVLORIN_SOURCE_DATA_DIR) + "/TVR Countries.txt",
-                                 &lines)
-                  .ok());
+  ASSERT_TRUE(
+      ReadDefinitionBody(std::string(TAVLORIN_SOURCE_DATA_DIR) + "/TVR Countries.txt", &lines)
+          .ok());
   ParsedCountries parsed = ParseCountryLines(lines);
   EXPECT_EQ(parsed.active, 340);
   EXPECT_EQ(parsed.deleted, 62);
@@ -122,7 +123,7 @@ TEST(CountriesFileTest, BuiltInListMatchesItsDescription) {
   const std::pair<const char*, const char*> cases[] = {
       {"DL1ABC", "230"}, {"HB9ABC/P", "287"}, {"JA1XYZ", "339"}, {"VK2ABC", "150"},
       {"W1AW", "291"},   {"G4ABC", "223"},    {"1M4A", "178"},   {"4K5A", "18"},
-      {"VS9KA", "127"}, {"9S4AA", "414"},  // deleted Saar lost 9S to an active entity
+      {"VS9KA", "127"},  {"9S4AA", "414"},  // deleted Saar lost 9S to an active entity
   };
   for (const auto& [call, dxcc] : cases) {
     EXPECT_EQ(tables.DxccForCallsign(call), dxcc) << call;

@@ -12,15 +12,19 @@ TEST(LocatorTest, CentresOfSquaresAndSubsquares) {
     double latitude;
   };
   const Case cases[] = {
-      {"JN46", -9.0, 46.5},                        // east longitude odd, latitude .5
-      {"IO91", 1.0, 51.5},                         // west of Greenwich
-      {"AA00", 179.0, -89.5},                      // the first square
-      {"RR99", -179.0, 89.5},                      // the last square
+      {"JN46", -9.0, 46.5},                          // east longitude odd, latitude .5
+      {"IO91", 1.0, 51.5},                           // west of Greenwich
+      {"AA00", 179.0, -89.5},                        // the first square
+      {"RR99", -179.0, 89.5},                        // the last square
       {"JN46PT", -(8 + 15.5 / 12), 46 + 19.5 / 24},  // "PT": P = 80, T = 84
       {"IO91WM", -(-180 + 8 * 20 + 18 + 22.5 / 12) * 1, 51 + 12.5 / 24},
-      {"JN\xD8" "6", -1.0, 46.5},                 // slashed O (code page 1252) is a zero
+      {"JN\xD8"
+       "6",
+       -1.0, 46.5},  // slashed O (code page 1252) is a zero
       {"JN4\xD8", -9.0, 40.5},
-      {"JN\xC3\x98" "6", -1.0, 46.5},             // the same typed in UTF-8
+      {"JN\xC3\x98"
+       "6",
+       -1.0, 46.5},  // the same typed in UTF-8
   };
   for (const Case& c : cases) {
     GeoPosition p = LocatorToPosition(c.locator);
@@ -51,13 +55,13 @@ TEST(LocatorTest, BearingAndDistance) {
     double bearing, km;
   };
   const Case cases[] = {
-      {0, 0, 0, 0, 0, 0},                          // equal points
+      {0, 0, 0, 0, 0, 0},  // equal points
       {10, 20, 10, 20, 0, 0},
-      {0, 0, 10, 0, 270, 10 * 6378 * 3.141592653589793 / 180},   // due west
-      {0, 0, -10, 0, 90, 10 * 6378 * 3.141592653589793 / 180},   // due east
-      {0, 0, 0, 10, 0, 10 * 6378 * 3.141592653589793 / 180},     // due north
-      {0, 10, 0, 0, 180, 10 * 6378 * 3.141592653589793 / 180},   // due south
-      {0, 0, 180, 0, 0, 6378 * 3.141592653589793},               // antipode along the equator
+      {0, 0, 10, 0, 270, 10 * 6378 * 3.141592653589793 / 180},  // due west
+      {0, 0, -10, 0, 90, 10 * 6378 * 3.141592653589793 / 180},  // due east
+      {0, 0, 0, 10, 0, 10 * 6378 * 3.141592653589793 / 180},    // due north
+      {0, 10, 0, 0, 180, 10 * 6378 * 3.141592653589793 / 180},  // due south
+      {0, 0, 180, 0, 0, 6378 * 3.141592653589793},              // antipode along the equator
   };
   for (const Case& c : cases) {
     BearingDistance r = BearingAndDistance(c.lon1, c.lat1, c.lon2, c.lat2);
@@ -71,8 +75,8 @@ TEST(LocatorTest, BearingAndDistance) {
   }
   // Berlin to London: about 930 km, a little south of due west.
   GeoPosition berlin = LocatorToPosition("JO62QM"), london = LocatorToPosition("IO91WM");
-  BearingDistance r = BearingAndDistance(berlin.longitude, berlin.latitude, london.longitude,
-                                         london.latitude);
+  BearingDistance r =
+      BearingAndDistance(berlin.longitude, berlin.latitude, london.longitude, london.latitude);
   EXPECT_NEAR(r.kilometres, 930, 15);
   EXPECT_GT(r.bearing, 260);
   EXPECT_LT(r.bearing, 270);
@@ -82,8 +86,10 @@ TEST(LocatorTest, Validity) {
   for (const char* good : {"JN46", "jn46", "JN46PT", "jn46pt", "AA00AA", "RR99XX"}) {
     EXPECT_TRUE(IsValidLocator(good)) << good;
   }
-  for (const char* bad : {"", "JN4", "JN46P", "SN46", "JS46", "JNA6", "JN4A", "JN46PY",
-                          "JN46YA", "JN46PT1", "JN\xD8" "6"}) {
+  for (const char* bad :
+       {"", "JN4", "JN46P", "SN46", "JS46", "JNA6", "JN4A", "JN46PY", "JN46YA", "JN46PT1",
+        "JN\xD8"
+        "6"}) {
     EXPECT_FALSE(IsValidLocator(bad)) << bad;
   }
 }

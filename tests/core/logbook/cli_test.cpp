@@ -26,8 +26,8 @@ class CliTest : public testing_support::LogbookTest {
     const std::string in = (dir_ / "in.txt").string(), out = (dir_ / "out.txt").string(),
                       err = (dir_ / "err.txt").string();
     std::ofstream(in) << input;
-    const std::string command = std::string("'") + TAVLORIN_CLI_PATH + "' " + arguments +
-                                " <'" + in + "' >'" + out + "' 2>'" + err + "'";
+    const std::string command = std::string("'") + TAVLORIN_CLI_PATH + "' " + arguments + " <'" +
+                                in + "' >'" + out + "' 2>'" + err + "'";
     int status = std::system(command.c_str());
     Result r;
     r.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -54,7 +54,8 @@ TEST_F(CliTest, LogbookLifecycle) {
   EXPECT_NE(r.out.find("Database structure is correct\n"), std::string::npos);
   EXPECT_NE(r.out.find("Opening field: QTH..."), std::string::npos);
 
-  r = Run("log add Station=DL1ABC 'StartTime=2024-05-01 10:00:00' BandMHz=20m Mode=SSB "
+  r =
+      Run("log add Station=DL1ABC 'StartTime=2024-05-01 10:00:00' BandMHz=20m Mode=SSB "
           "\"Remark=it's fine\"");
   ASSERT_EQ(r.exitCode, 0) << r.err;
   EXPECT_EQ(r.out, "1\n");
@@ -119,12 +120,11 @@ TEST_F(CliTest, SettingsChooseTheFileAndWhetherErrorsShow) {
 
 TEST_F(CliTest, BadCommandLinesExitTwo) {
   ASSERT_EQ(Run("log define").exitCode, 0);
-  for (const char* words : {"log", "log frobnicate", "log add", "log add Nonsense=1",
-                            "log add 'StartTime=yesterday'", "log list --limit 0",
-                            "log list --limit x", "log update x QSLSent=Y", "log delete",
-                            "log define --loud", "countries", "countries load",
-                            "locator", "locator --position 100 0", "locator --bearing JN46",
-                            "country --bogus"}) {
+  for (const char* words :
+       {"log", "log frobnicate", "log add", "log add Nonsense=1", "log add 'StartTime=yesterday'",
+        "log list --limit 0", "log list --limit x", "log update x QSLSent=Y", "log delete",
+        "log define --loud", "countries", "countries load", "locator", "locator --position 100 0",
+        "locator --bearing JN46", "country --bogus"}) {
     Result r = Run(words);
     EXPECT_EQ(r.exitCode, 2) << words << ": " << r.err;
     EXPECT_FALSE(r.err.empty()) << words;

@@ -25,12 +25,20 @@ TEST_F(DefineDatabaseTest, NewFileGetsTablesAndDefaults) {
             "SAAR [deleted]|210|ADIF 2.0");
 
   const std::vector<std::string> opening = {
-      "Database file: " + path_, "Database file exists: no", "Database file created",
-      "Database file opened",    "Checking database structure...",
-      "Failed to open table: TBL_BANDS", "Creating table: TBL_BANDS...",
-      "Opening field: PrimaryKey...", "Failed to open field: PrimaryKey",
-      "Creating field: PrimaryKey...", "Appending table: TBL_BANDS",
-      "Opening field: MinFreq...", "Failed to open field: MinFreq", "Creating field: MinFreq...",
+      "Database file: " + path_,
+      "Database file exists: no",
+      "Database file created",
+      "Database file opened",
+      "Checking database structure...",
+      "Failed to open table: TBL_BANDS",
+      "Creating table: TBL_BANDS...",
+      "Opening field: PrimaryKey...",
+      "Failed to open field: PrimaryKey",
+      "Creating field: PrimaryKey...",
+      "Appending table: TBL_BANDS",
+      "Opening field: MinFreq...",
+      "Failed to open field: MinFreq",
+      "Creating field: MinFreq...",
   };
   ASSERT_GE(log_.size(), opening.size());
   EXPECT_EQ(std::vector<std::string>(log_.begin(), log_.begin() + opening.size()), opening);
@@ -139,8 +147,8 @@ TEST_F(DefineDatabaseTest, BandsReadBackUnsignedAndMatchFrequencies) {
   EXPECT_EQ(bands[18].maxFreq, 2450000000u);
 
   const std::pair<uint32_t, const char*> cases[] = {
-      {14070000, "20m"}, {1800000, "160m"}, {2000000, "160m"}, {2400000000u, "13cm"},
-      {1296000000, "23cm"}, {0, nullptr}, {2500000000u, nullptr}, {11000000, nullptr},
+      {14070000, "20m"},    {1800000, "160m"}, {2000000, "160m"},      {2400000000u, "13cm"},
+      {1296000000, "23cm"}, {0, nullptr},      {2500000000u, nullptr}, {11000000, nullptr},
   };
   for (const auto& [hertz, title] : cases) {
     std::optional<CBandsRecordSet> band;
@@ -160,9 +168,9 @@ TEST_F(DefineDatabaseTest, RadioModeMap) {
   auto db = MakeDatabase();
   ASSERT_TRUE(db->Define(false));
   const std::pair<int, const char*> cases[] = {
-      {1, "LSB"}, {2, "USB"}, {8, "USB"}, {3, "CW"},     {16, "CW"},  {18, "FM"}, {6, "FM"},
-      {5, "AM"},  {17, "AM"}, {13, "FSK"}, {9, "PKT"}, {20, "PSK31"}, {11, "RTTY"},
-      {0, ""},    {12, ""},   {21, ""},
+      {1, "LSB"},   {2, "USB"}, {8, "USB"}, {3, "CW"},   {16, "CW"}, {18, "FM"},
+      {6, "FM"},    {5, "AM"},  {17, "AM"}, {13, "FSK"}, {9, "PKT"}, {20, "PSK31"},
+      {11, "RTTY"}, {0, ""},    {12, ""},   {21, ""},
   };
   for (const auto& [code, title] : cases) {
     EXPECT_EQ(db->ModeForRadioMode(code), title) << code;

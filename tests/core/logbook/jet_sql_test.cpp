@@ -40,8 +40,8 @@ TEST(JetSqlTest, Translations) {
 }
 
 TEST(JetSqlTest, MalformedInputIsAnError) {
-  for (const char* bad : {"SELECT * FROM [TBL", "SELECT 'open", "WHERE x = #2024-13-01#",
-                          "WHERE x = #2024-01-01"}) {
+  for (const char* bad :
+       {"SELECT * FROM [TBL", "SELECT 'open", "WHERE x = #2024-13-01#", "WHERE x = #2024-01-01"}) {
     std::string out;
     EXPECT_FALSE(TranslateJetSql(bad, &out).ok()) << bad;
   }

@@ -121,8 +121,8 @@ TEST_F(RecordOperationsTest, DeleteAndMissingRecords) {
   ASSERT_TRUE(db_->DeleteRecord(c.primaryKey).ok());
   EXPECT_EQ(Count("TBL_LOGBOOK"), 0);
   Status s = db_->DeleteRecord(c.primaryKey);
-  EXPECT_EQ(s.message(), "Error deleting record " + std::to_string(c.primaryKey) +
-                             ": No current record.");
+  EXPECT_EQ(s.message(),
+            "Error deleting record " + std::to_string(c.primaryKey) + ": No current record.");
   CLogbookRecordset r;
   s = db_->ReadRecord(c.primaryKey, &r);
   EXPECT_EQ(s.message().rfind("Error reading TBL_LOGBOOK: No current record.", 0), 0u);

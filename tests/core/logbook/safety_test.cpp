@@ -77,8 +77,8 @@ TEST_F(SafetyTest, BulkAddKilledMidwayStoresWholeBatchesOnly) {
     for (int round = 0;; ++round) {
       std::vector<CLogbookRecordset> batch;
       for (int i = 0; i < kBatch; ++i) {
-        batch.push_back(Contact("B" + std::to_string(round) + "X" + std::to_string(i),
-                                "2024-05-01 10:00"));
+        batch.push_back(
+            Contact("B" + std::to_string(round) + "X" + std::to_string(i), "2024-05-01 10:00"));
       }
       BulkAddResult r = db.AddRecords(batch);
       if (r.stored != kBatch || write(report[1], &round, sizeof round) != sizeof round) {
@@ -110,10 +110,10 @@ TEST_F(SafetyTest, BulkAddCountsStoredFailedAndDuplicates) {
   for (int i = 0; i < 100; ++i) {
     batch.push_back(Contact("G" + std::to_string(i), "2024-05-02 10:00:00"));
   }
-  batch.push_back(Contact("DL1ABC", "2024-05-01 10:00:00"));        // stored before
-  batch.push_back(Contact("G7", "2024-05-02 10:00:00"));            // earlier in the batch
+  batch.push_back(Contact("DL1ABC", "2024-05-01 10:00:00"));         // stored before
+  batch.push_back(Contact("G7", "2024-05-02 10:00:00"));             // earlier in the batch
   batch.push_back(Contact("DL1ABC", "2024-05-01 10:00:00", "40m"));  // other band: new
-  batch.push_back(Contact("DL1ABC", "2024-05-01 10:01:00"));        // a minute later: new
+  batch.push_back(Contact("DL1ABC", "2024-05-01 10:01:00"));         // a minute later: new
   CLogbookRecordset noStart;
   noStart.station = "NOSTART";
   batch.push_back(noStart);
@@ -188,8 +188,8 @@ TEST_F(SafetyTest, ReadOnlyFileRefusesChangesAndKeepsContacts) {
       return 1;
     }
     const std::string& m = s.message();
-    bool saysReadOnly = m.find("read-only") != std::string::npos ||
-                        m.find("readonly") != std::string::npos;
+    bool saysReadOnly =
+        m.find("read-only") != std::string::npos || m.find("readonly") != std::string::npos;
     return m.rfind("Error opening database: ", 0) == 0 && saysReadOnly ? 0 : 2;
   });
   EXPECT_EQ(result, 0) << "1: the add succeeded, 2: the message does not say read-only";
@@ -204,7 +204,10 @@ TEST_F(SafetyTest, LoadingCountriesFiles) {
   std::string asked;
   int changes = 0;
   db_->SetCountriesChangedCallback([&changes] { ++changes; });
-  auto no = [&asked](const std::string& q, int, int) { asked = q; return false; };
+  auto no = [&asked](const std::string& q, int, int) {
+    asked = q;
+    return false;
+  };
   ASSERT_TRUE(db_->LoadCountriesFile(fixtures + "countries_small.txt", no, &loaded).ok());
   EXPECT_FALSE(loaded);
   EXPECT_EQ(asked, "This file contains 14 active and 2 deleted country definitions, continue?");
@@ -225,12 +228,13 @@ TEST_F(SafetyTest, LoadingCountriesFiles) {
   EXPECT_FALSE(loaded);
   EXPECT_EQ(Count("TBL_COUNTRIES"), 16) << "a failed load changes nothing";
 
-  ASSERT_TRUE(db_->LoadCountriesFile(fixtures + "countries_12fields.txt",
-                                     [&asked](const std::string& q, int, int) {
-                                       asked = q;
-                                       return true;
-                                     },
-                                     &loaded)
+  ASSERT_TRUE(db_->LoadCountriesFile(
+                     fixtures + "countries_12fields.txt",
+                     [&asked](const std::string& q, int, int) {
+                       asked = q;
+                       return true;
+                     },
+                     &loaded)
                   .ok());
   EXPECT_EQ(asked, "This file contains 0 active and 0 deleted country definitions, continue?");
   EXPECT_EQ(Count("TBL_COUNTRIES"), 0) << "Yes on an empty list empties the table";

@@ -140,8 +140,8 @@ TEST_F(DefinitionFileTest, LineEndsAndChunkBoundaries) {
       const std::string path = Path("ends.txt");
       WriteRaw(path, c.bytes);
       std::vector<std::string> lines;
-      ASSERT_TRUE(ReadDefinitionFile(path, [&lines](std::string_view l) { lines.emplace_back(l); },
-                                     tiny)
+      ASSERT_TRUE(ReadDefinitionFile(
+                      path, [&lines](std::string_view l) { lines.emplace_back(l); }, tiny)
                       .ok());
       EXPECT_EQ(lines, expected) << c.name << ", chunk " << chunk;
     }
@@ -153,8 +153,8 @@ TEST_F(DefinitionFileTest, LongLineAcrossMegabyteChunks) {
   const std::string longLine(3u << 20, 'x');
   WriteRaw(path, "a\r\n" + longLine + "\r\nb");
   std::vector<std::string> lines;
-  ASSERT_TRUE(ReadDefinitionFile(path, [&lines](std::string_view l) { lines.emplace_back(l); })
-                  .ok());
+  ASSERT_TRUE(
+      ReadDefinitionFile(path, [&lines](std::string_view l) { lines.emplace_back(l); }).ok());
   ASSERT_EQ(lines.size(), 3u);
   EXPECT_EQ(lines[1].size(), longLine.size());
   EXPECT_EQ(lines[2], "b");
@@ -267,7 +267,9 @@ TEST_F(DefinitionFileTest, WriterWaitsForReaderAndNeverLeavesHalfAFile) {
   for (int i = 0; i < 20; ++i) {
     std::vector<std::string> lines;
     DefinitionReadOptions options;
-    options.waitBeforeRetry = [](int) { std::this_thread::sleep_for(std::chrono::milliseconds(1)); };
+    options.waitBeforeRetry = [](int) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    };
     ASSERT_TRUE(ReadDefinitionBody(path, &lines, options).ok());
     EXPECT_EQ(lines.size(), big.size());
   }
