@@ -4,8 +4,8 @@
 // empty reference tables with the built-in defaults, and builds the in-memory maps: the field
 // sizes and types ("TABLE::Field"), the radio-mode map and the country tables. Every operation
 // opens the file, does its work in one transaction and closes it again, so no connection is
-// held between operations and a contact reported stored is committed (write-ahead log; it
-// survives a crash of the program).
+// held between operations and a contact reported stored is committed and synced (it survives
+// a crash of the program; an interrupted write is rolled back at the next open).
 //
 // Failures come back as a Status with the message the user sees ("Error opening database: %s",
 // "Error adding record to %s: %s", ...); the same line goes to the debug log and to the log

@@ -244,7 +244,8 @@ BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> rec
   SqliteStatement insert;
   std::unordered_set<std::string> seen;
   if (result.status.ok()) {
-    // A bigger page cache keeps a big batch from spilling pages to the log before it commits.
+    // A bigger page cache keeps a big batch in memory until it commits, instead of spilling
+    // pages (and syncing the journal) halfway.
     result.status = db.Exec("PRAGMA cache_size = -65536");
   }
   if (result.status.ok()) {

@@ -26,7 +26,7 @@ Status SqliteDb::Open(const std::string& path, OpenMode mode) {
     s = Status::Error("the file is read-only");
   }
   if (s.ok()) {
-    s = Exec("PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA foreign_keys=OFF");
+    s = Exec("PRAGMA journal_mode=DELETE; PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF");
   }
   if (!s.ok()) {
     openErrorCode_ = ErrorCode() != 0 ? ErrorCode() : SQLITE_READONLY;

@@ -30,8 +30,10 @@ class SqliteDb {
   SqliteDb& operator=(const SqliteDb&) = delete;
 
   // Opens `path` read-write (kCreate also creates a missing file), checks that it is a
-  // database and selects the journal settings: write-ahead log, synchronous NORMAL, so that a
-  // committed transaction survives a crash of the program.
+  // database and selects the journal settings: a rollback journal with synchronous FULL, so
+  // that a committed transaction survives a crash of the program (and of the machine), and an
+  // interrupted one is rolled back at the next open. The logbook opens and closes the file for
+  // every operation, so a write-ahead log would only add a checkpoint to each close.
   Status Open(const std::string& path, OpenMode mode);
   void Close();
   bool isOpen() const { return db_ != nullptr; }
