@@ -17,7 +17,8 @@ namespace {
 constexpr const char* kCountryUsage =
     "Usage: tavlorin-cli [--db FILE] country [CALLSIGN...]\n"
     "Prints one line per callsign: callsign, DXCC number, country (tab-separated; empty when\n"
-    "no entity matches). Reads callsigns from standard input, one a line, when none are given.\n";
+    "no entity matches). Reads callsigns from standard input, one a line, when none are given.\n"
+    "The country table is the logbook's; a missing logbook file is created first.\n";
 
 constexpr const char* kCountriesUsage =
     "Usage: tavlorin-cli [--db FILE] countries load FILE [--yes]\n"

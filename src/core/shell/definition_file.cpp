@@ -12,6 +12,7 @@
 
 #include "shell/debug_log.h"
 #include "shell/file_lock.h"
+#include "shell/paths.h"
 #include "tavlorin_version.h"
 
 namespace tavlorin {
@@ -160,6 +161,13 @@ const DefinitionFileType* FindDefinitionFileType(unsigned number) {
     }
   }
   return nullptr;
+}
+
+std::filesystem::path DefinitionFilePath(const DefinitionFileType& type) {
+  if (type.fileName[0] == '\0') {
+    return {};
+  }
+  return DataDir() / type.fileName;
 }
 
 std::vector<std::string> DefinitionFrameHead(const DefinitionFileType& type,

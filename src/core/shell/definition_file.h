@@ -33,6 +33,10 @@ struct DefinitionFileType {
 // The known types, or nullptr for a number that is not one of them.
 const DefinitionFileType* FindDefinitionFileType(unsigned number);
 
+// Where a file of a type with a fixed name lives: that name in DataDir(). Empty for the types
+// whose callers name the file.
+std::filesystem::path DefinitionFilePath(const DefinitionFileType& type);
+
 // The frame's lines before and after the body for `type` (empty for type 9). `createdText` is
 // the "%c" local time; FrameHead formats it itself when it is empty.
 std::vector<std::string> DefinitionFrameHead(const DefinitionFileType& type,

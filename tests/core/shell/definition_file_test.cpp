@@ -16,6 +16,7 @@
 #include <thread>
 
 #include "shell/debug_log.h"
+#include "shell/paths.h"
 #include "tavlorin_version.h"
 
 namespace tavlorin {
@@ -104,6 +105,9 @@ TEST_F(DefinitionFileTest, WarningBlockOnlyForListedTypes) {
       EXPECT_EQ(line.find("do NOT edit"), std::string::npos) << type;
     }
   }
+  EXPECT_EQ(DefinitionFilePath(*FindDefinitionFileType(6)).filename(), "TVR Bands 01.txt");
+  EXPECT_EQ(DefinitionFilePath(*FindDefinitionFileType(6)).parent_path(), DataDir());
+  EXPECT_TRUE(DefinitionFilePath(*FindDefinitionFileType(13)).empty());
   EXPECT_EQ(FindDefinitionFileType(8), nullptr);
   EXPECT_FALSE(WriteDefinitionFile(Path("x.txt"), 8, {"a"}).ok());
 }
