@@ -54,14 +54,14 @@ def expand_classes(token):
     if not m:
         return [token] if token else []
     chars = []
-    spec = m.group(1)
+    members = m.group(1)
     i = 0
-    while i < len(spec):
-        if i + 2 < len(spec) and spec[i + 1] == "-":
-            chars.extend(chr(c) for c in range(ord(spec[i]), ord(spec[i + 2]) + 1))
+    while i < len(members):
+        if i + 2 < len(members) and members[i + 1] == "-":
+            chars.extend(chr(c) for c in range(ord(members[i]), ord(members[i + 2]) + 1))
             i += 3
         else:
-            chars.append(spec[i])
+            chars.append(members[i])
             i += 1
     out = []
     for c in chars:
