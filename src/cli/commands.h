@@ -19,5 +19,9 @@ using Args = std::vector<std::string>;
 
 int RunRadioCommand(const Globals& globals, const Args& args);
 int RunEmulateCommand(const Globals& globals, const Args& args);
+int RunLogCommand(const Globals& globals, const Args& args);
+int RunCountryCommand(const Globals& globals, const Args& args);
+int RunCountriesCommand(const Globals& globals, const Args& args);
+int RunLocatorCommand(const Globals& globals, const Args& args);
 
 }  // namespace tavlorin::cli

@@ -22,6 +22,10 @@ struct Command {
 constexpr Command kCommands[] = {
     {"radio", "talk to a radio: read and set frequency and mode, poll it", RunRadioCommand},
     {"emulate", "serve a radio on an emulated Kenwood port for other programs", RunEmulateCommand},
+    {"log", "the logbook: define the file, add, list, update and delete contacts", RunLogCommand},
+    {"country", "the DXCC entity and country of callsigns", RunCountryCommand},
+    {"countries", "load a countries file into the logbook", RunCountriesCommand},
+    {"locator", "Maidenhead locators, positions, bearing and distance", RunLocatorCommand},
 };
 
 void PrintUsage(std::FILE* out) {

@@ -1,0 +1,302 @@
+// The contact operations of LogbookDatabase: add, read, update, update one field, delete, and
+// the bulk add of the importers.
+#include <algorithm>
+#include <cmath>
+#include <unordered_set>
+
+#include "logbook/logbook_database.h"
+#include "logbook/logbook_row_io.h"
+#include "logbook/ole_date.h"
+
+namespace tavlorin {
+namespace {
+
+std::string EngineText(SqliteDb& db) { return db.ErrorText() + " - " + db.ErrorDescription(); }
+
+// Two contacts are the same when station, band, mode and start time (to the second) agree.
+std::string DuplicateKey(const CLogbookRecordset& r) {
+  std::string key = std::to_string(std::llround(*r.startTime * 86400.0));
+  key.reserve(key.size() + r.station.size() + r.bandMHz.size() + r.mode.size() + 3);
+  key += '\x1f';
+  key += r.station;
+  key += '\x1f';
+  key += r.bandMHz;
+  key += '\x1f';
+  key += r.mode;
+  return key;
+}
+
+bool NeedsCut(const std::vector<LogbookDatabase::CutStep>& plan, const CLogbookRecordset& r) {
+  for (const auto& step : plan) {
+    if ((r.*step.text).size() > step.size) {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::string InsertSql() {
+  return std::string("INSERT INTO [") + kTableLogbook + "] (" + LogbookColumnList() + ") VALUES (" +
+         LogbookValueMarks() + ")";
+}
+
+}  // namespace
+
+// The keys of the stored contacts whose start lies within the batch's time span.
+Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db, std::span<const CLogbookRecordset> records,
+                                          std::unordered_set<std::string>* keys) {
+  double first = 0, last = 0;
+  bool any = false;
+  for (const CLogbookRecordset& r : records) {
+    if (r.startTime) {
+      first = any ? std::min(first, *r.startTime) : *r.startTime;
+      last = any ? std::max(last, *r.startTime) : *r.startTime;
+      any = true;
+    }
+  }
+  keys->reserve(records.size());
+  if (!any) {
+    return Status::Ok();
+  }
+  SqliteStatement st;
+  Status s = PrepareJet(db,
+                        std::string("SELECT StartTime, Station, BandMHz, Mode FROM [") +
+                            kTableLogbook + "] WHERE StartTime >= ? AND StartTime <= ?",
+                        &st);
+  if (!s.ok()) {
+    return s;
+  }
+  st.BindDouble(1, first - 1.0 / 86400);
+  st.BindDouble(2, last + 1.0 / 86400);
+  CLogbookRecordset stored;
+  while (st.Step()) {
+    stored.startTime = st.ColumnDouble(0);
+    stored.station = st.ColumnText(1);
+    stored.bandMHz = st.ColumnText(2);
+    stored.mode = st.ColumnText(3);
+    keys->insert(DuplicateKey(stored));
+  }
+  return st.status();
+}
+
+Status LogbookDatabase::SelectByKey(SqliteDb& db, int32_t key, SqliteStatement* st) {
+  Status s =
+      PrepareJet(db, std::string("SELECT * FROM [") + kTableLogbook + "] WHERE PrimaryKey = ?", st);
+  if (s.ok()) {
+    st->BindInt(1, key);
+  }
+  return s;
+}
+
+Status LogbookDatabase::AddRecord(CLogbookRecordset* record) {
+  const std::string failure = std::string("Error adding record to ") + kTableLogbook + ": ";
+  if (!record->startTime) {
+    return Fail(failure + "the contact has no StartTime");
+  }
+  SqliteDb db;
+  Status s = Open(&db);
+  if (!s.ok()) {
+    return s;
+  }
+  CutRecord(record);
+  record->created = record->modified = OleDateNow();
+  SqliteStatement st;
+  s = PrepareJet(db, InsertSql(), &st);
+  if (s.ok()) {
+    BindLogbookRecord(st, *record);
+    s = st.Run();
+  }
+  if (!s.ok()) {
+    return Fail(failure + s.message());
+  }
+  record->primaryKey = static_cast<int32_t>(db.LastInsertRowId());
+  Log(std::string("Added record to ") + kTableLogbook);
+  return Status::Ok();
+}
+
+Status LogbookDatabase::ReadRecord(int32_t key, CLogbookRecordset* record) {
+  SqliteDb db;
+  Status s = Open(&db);
+  if (!s.ok()) {
+    return s;
+  }
+  SqliteStatement st;
+  s = SelectByKey(db, key, &st);
+  if (s.ok() && st.Step()) {
+    *record = CLogbookRecordset();
+    LogbookRowReader(st).Read(st, record);
+    return Status::Ok();
+  }
+  std::string detail =
+      !s.ok() || !st.status().ok()
+          ? EngineText(db)
+          : "No current record. - no contact has record number " + std::to_string(key);
+  return Fail(std::string("Error reading ") + kTableLogbook + ": " + detail);
+}
+
+Status LogbookDatabase::UpdateRecord(int32_t key, CLogbookRecordset* record) {
+  const std::string failure = std::string("Error updating ") + kTableLogbook + ": ";
+  if (!record->startTime) {
+    return Fail(failure + "the contact has no StartTime - StartTime is required");
+  }
+  SqliteDb db;
+  Status s = Open(&db);
+  if (!s.ok()) {
+    return s;
+  }
+  CutRecord(record);
+  record->modified = OleDateNow();
+  SqliteStatement st;
+  s = PrepareJet(db,
+                 std::string("UPDATE [") + kTableLogbook + "] SET " + LogbookAssignmentList() +
+                     " WHERE PrimaryKey = ?",
+                 &st);
+  if (s.ok()) {
+    int next = BindLogbookRecord(st, *record);
+    st.BindInt(next, key);
+    s = st.Run();
+  }
+  if (!s.ok()) {
+    return Fail(failure + EngineText(db));
+  }
+  if (db.Changes() != 1) {
+    return Fail(failure + "No current record. - no contact has record number " +
+                std::to_string(key));
+  }
+  record->primaryKey = key;
+  return Status::Ok();
+}
+
+Status LogbookDatabase::UpdateField(int32_t key, const std::string& fieldName,
+                                    const std::string& value) {
+  const std::string failure = std::string("Error updating ") + kTableLogbook + ": ";
+  const LogbookField* field = FindLogbookField(fieldName);
+  if (field == nullptr || (field->text == nullptr && field->date == nullptr)) {
+    return Fail(failure + "no field " + fieldName + " - the field cannot be changed");
+  }
+  CLogbookRecordset scratch;
+  const std::string cut = CutToFieldSize(kTableLogbook, field->name, value);
+  Status s = SetLogbookFieldText(&scratch, *field, cut);
+  if (!s.ok()) {
+    return Fail(failure + s.message());
+  }
+  if (field->date != nullptr && !(scratch.*field->date) &&
+      std::string(field->name) == "StartTime") {
+    return Fail(failure + "StartTime is required");
+  }
+  SqliteDb db;
+  s = Open(&db);
+  if (!s.ok()) {
+    return s;
+  }
+  SqliteStatement st;
+  s = PrepareJet(db,
+                 std::string("UPDATE [") + kTableLogbook + "] SET [" + field->name +
+                     "] = ?, [Modified] = ? WHERE PrimaryKey = ?",
+                 &st);
+  if (s.ok()) {
+    if (field->text != nullptr) {
+      st.BindText(1, scratch.*field->text);
+    } else {
+      st.BindDouble(1, scratch.*field->date);
+    }
+    st.BindDouble(2, OleDateNow());
+    st.BindInt(3, key);
+    s = st.Run();
+  }
+  if (!s.ok()) {
+    return Fail(failure + EngineText(db));
+  }
+  if (db.Changes() != 1) {
+    return Fail(failure + "No current record. - no contact has record number " +
+                std::to_string(key));
+  }
+  return Status::Ok();
+}
+
+Status LogbookDatabase::DeleteRecord(int32_t key) {
+  SqliteDb db;
+  Status s = Open(&db);
+  if (!s.ok()) {
+    return s;
+  }
+  SqliteStatement st;
+  s = PrepareJet(db, std::string("DELETE FROM [") + kTableLogbook + "] WHERE PrimaryKey = ?", &st);
+  if (s.ok()) {
+    st.BindInt(1, key);
+    s = st.Run();
+  }
+  const std::string failure = "Error deleting record " + std::to_string(key) + ": ";
+  if (!s.ok()) {
+    return Fail(failure + s.message());
+  }
+  if (db.Changes() != 1) {
+    return Fail(failure + "No current record.");
+  }
+  return Status::Ok();
+}
+
+BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> records) {
+  BulkAddResult result;
+  const std::string failure = std::string("Error adding record to ") + kTableLogbook + ": ";
+  SqliteDb db;
+  result.status = Open(&db);
+  SqliteStatement insert;
+  std::unordered_set<std::string> seen;
+  if (result.status.ok()) {
+    // A bigger page cache keeps a big batch in memory until it commits, instead of spilling
+    // pages (and syncing the journal) halfway.
+    result.status = db.Exec("PRAGMA cache_size = -65536");
+  }
+  if (result.status.ok()) {
+    result.status = db.Begin();
+  }
+  if (result.status.ok()) {
+    result.status = PrepareJet(db, InsertSql(), &insert);
+  }
+  if (result.status.ok()) {
+    result.status = LoadDuplicateKeys(db, records, &seen);
+  }
+  if (!result.status.ok()) {
+    result.failed = static_cast<int>(records.size());
+    result.status = Fail(failure + result.status.message());
+    return result;
+  }
+  const OleDate now = OleDateNow();
+  const std::vector<CutStep> plan = CutPlan();
+  CLogbookRecordset cut;
+  for (const CLogbookRecordset& original : records) {
+    if (!original.startTime) {
+      ++result.failed;
+      continue;
+    }
+    if (!seen.insert(DuplicateKey(original)).second) {
+      ++result.duplicates;
+      continue;
+    }
+    const CLogbookRecordset* record = &original;
+    if (NeedsCut(plan, original)) {
+      cut = original;
+      CutRecord(plan, &cut);
+      record = &cut;
+    }
+    insert.Reset();
+    BindLogbookRecord(insert, *record);
+    insert.BindDouble(LogbookParameterIndex("Created"), now);
+    insert.BindDouble(LogbookParameterIndex("Modified"), now);
+    ++(insert.Run().ok() ? result.stored : result.failed);
+  }
+  Status committed = db.Commit();
+  if (!committed.ok()) {
+    db.Rollback();
+    result.failed += result.stored + result.duplicates;
+    result.stored = result.duplicates = 0;
+    result.status = Fail(failure + committed.message());
+    return result;
+  }
+  Log("Added " + std::to_string(result.stored) + " / " + std::to_string(records.size()) +
+      " records to " + kTableLogbook);
+  return result;
+}
+
+}  // namespace tavlorin
