@@ -32,6 +32,10 @@ class PortDevice {
   virtual Status SetModemLines(ModemLine dtr, ModemLine rts) = 0;
   // Drops everything waiting in either direction.
   virtual void Purge() = 0;
+  // Waits (at most `limit`) until everything written has left the port, then drops what is
+  // waiting to be read. Used before closing: a command written just before the port closes
+  // must still reach the radio, and on a slow line it may still be in the transmit queue.
+  virtual void DrainAndPurgeInput(std::chrono::milliseconds /*limit*/) { Purge(); }
   // Waits up to `timeout` for at least one byte, then returns what is there (up to capacity).
   virtual IoOutcome ReadSome(uint8_t* buffer, size_t capacity,
                              std::chrono::milliseconds timeout) = 0;

@@ -92,8 +92,8 @@ void RadioLink::Close() {
     return;
   }
   if (!lost_) {
+    device_->DrainAndPurgeInput(settings_.timeouts.writeTotalConstant);
     device_->SetModemLines(ModemLine::kDrop, ModemLine::kDrop);
-    device_->Purge();
   }
   device_.reset();
   buffer_.clear();

@@ -121,6 +121,19 @@ Status SerialPort::SetModemLines(ModemLine dtr, ModemLine rts) {
 
 void SerialPort::Purge() { ::tcflush(fd_, TCIOFLUSH); }
 
+void SerialPort::DrainAndPurgeInput(std::chrono::milliseconds limit) {
+  // TIOCOUTQ rather than tcdrain: a line held by CTS flow control would block tcdrain for good.
+  const auto end = std::chrono::steady_clock::now() + limit;
+  int queued = 0;
+  while (::ioctl(fd_, TIOCOUTQ, &queued) == 0 && queued > 0 &&
+         std::chrono::steady_clock::now() < end) {
+    ::usleep(1000);
+  }
+  // Only the input: flushing the output of a pseudo-terminal would also drop what the far side
+  // has not read yet.
+  ::tcflush(fd_, TCIFLUSH);
+}
+
 IoOutcome SerialPort::ReadSome(uint8_t* buffer, size_t capacity,
                                std::chrono::milliseconds timeout) {
   IoOutcome out;

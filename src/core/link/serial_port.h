@@ -25,6 +25,7 @@ class SerialPort final : public PortDevice {
   Status Configure(const LineSettings& settings) override;
   Status SetModemLines(ModemLine dtr, ModemLine rts) override;
   void Purge() override;
+  void DrainAndPurgeInput(std::chrono::milliseconds limit) override;
   IoOutcome ReadSome(uint8_t* buffer, size_t capacity, std::chrono::milliseconds timeout) override;
   IoOutcome Write(const uint8_t* data, size_t count, std::chrono::milliseconds timeout) override;
 
