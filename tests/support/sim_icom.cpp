@@ -57,9 +57,8 @@ void SimIcom::Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& o
   }
   out.push_back({reply, std::chrono::milliseconds(1)});
   for (int i = 0; i < options_.broadcastsAfterReply; ++i) {
-    broadcastFrequency_ += 10;
     std::vector<uint8_t> payload{0x00};
-    for (uint8_t b : FrequencyBytes(broadcastFrequency_)) {
+    for (uint8_t b : FrequencyBytes(frequency_)) {
       payload.push_back(b);
     }
     out.push_back({Frame(0x00, options_.address, payload), std::chrono::milliseconds(2 + i)});

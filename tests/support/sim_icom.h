@@ -6,7 +6,7 @@
 //  - echo: every frame the computer sends comes back first (a CI-V bus, or a radio with its
 //    USB echo on); without it only replies arrive (most radios on a USB cable);
 //  - broadcastsAfterReply: after each reply the radio sends that many transceive frequency
-//    broadcasts (its dial being turned), a few milliseconds apart;
+//    broadcasts of its frequency, a few milliseconds apart (a radio with transceive on);
 //  - refuseSets: every set command is answered with FA (the radio refuses);
 //  - silent: nothing is answered (radio off).
 // Frames for other addresses are ignored, as on a bus.
@@ -65,7 +65,6 @@ class SimIcom : public Simulator {
   uint8_t mode_ = 0x01;
   uint8_t filter_ = 0x02;
   uint32_t sMeter_ = 120;
-  uint32_t broadcastFrequency_ = 7000000;
   std::map<std::vector<uint8_t>, std::vector<uint8_t>> values_;
   std::vector<std::vector<uint8_t>> sets_;
   int frames_ = 0;

@@ -52,6 +52,7 @@ bool CivTransaction::ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, co
   auto windowStart = begin;
   CivFrameAssembler assembler;
   uint8_t buffer[kReadChunk];
+  candidate_.reset();
   while (clock.Now() - windowStart < kReplyWindow) {
     if (radio_.abort.load()) {
       DebugLog::Write("CIVReadReply: User abort (%s)", label);
@@ -85,6 +86,10 @@ bool CivTransaction::ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, co
       }
     }
   }
+  if (candidate_) {
+    *reply = *candidate_;  // no direct reply: the latest broadcast is the answer
+    return true;
+  }
   const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(clock.Now() - begin);
   DebugLog::Write(awaited.ackOnly ? "CIVReadAckNoack() Timeout\n"
                                   : "CIVReadReply: Timeout after %d ms\n",
@@ -101,9 +106,14 @@ CivTransaction::Verdict CivTransaction::Judge(const CivFrame& frame, const Await
     return Verdict::kSkip;
   }
   if (frame.IsBroadcast()) {
-    const Verdict v = JudgeBroadcast(frame, awaited);
-    *restartWindow = v != Verdict::kAccept;
-    return v;
+    // A broadcast that carries what is awaited becomes the candidate answer and does not
+    // stretch the window; any other broadcast starts the window again.
+    const bool carriesAnswer = JudgeBroadcast(frame, awaited) == Verdict::kAccept;
+    if (carriesAnswer) {
+      candidate_ = frame;
+    }
+    *restartWindow = !carriesAnswer;
+    return Verdict::kSkip;
   }
   const bool fromRadio = radio_.civAddress == 0 || frame.source() == radio_.civAddress;
   if (frame.destination() != radio_.civControllerAddress || !fromRadio) {

@@ -6,9 +6,11 @@
 //    cable do not) is skipped and the window starts again, so both kinds of radio answer at
 //    full speed without waiting out a time-out; whether echoes arrive is learnt per connection;
 //  - a broadcast (to 0x00) sets `transceiveSeen` and `unsolicitedData`; a transceive frequency
-//    (command 00) is handed to the radio window at once through PostUnsolicitedFrequency, and is
-//    taken as the answer when 03 is awaited, as a transceive mode (01) is when 04 is awaited;
-//    any other broadcast is dropped and the window starts again;
+//    (command 00) is handed to the radio window at once through PostUnsolicitedFrequency. While
+//    03 is awaited it also becomes the candidate answer, as a transceive mode (01) does while 04
+//    is awaited: the radio's direct reply still wins when it comes within the window (broadcasts
+//    left in the line from before our request would be older), else the window ends with the
+//    latest candidate as the answer. Any other broadcast is dropped and the window starts again;
 //  - a frame from the radio to the computer is the answer when its command is the awaited one
 //    and its sub-command matches (or any is allowed), or when it is an acknowledge (FB FD); a
 //    refusal (FA FD) ends the read at once;
@@ -20,6 +22,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "radio/civ/civ_frame.h"
@@ -75,6 +78,7 @@ class CivTransaction {
 
   CatRadio& radio_;
   CivFrame lastSent_;
+  std::optional<CivFrame> candidate_;
   bool echoSeen_ = false;
   int frequencyBytes_ = 5;
   CivEcho echo_ = CivEcho::kUnknown;
