@@ -172,7 +172,6 @@ int YaesuDriver::SetFrequency(int vfo, Frequency hz) {
   } else if (traits.slotRule == YaesuSlotRule::kFt847) {
     op = satellite_ ? (vfo == 0 ? 0x11 : 0x21) : (vfo == 0 ? 0x01 : 0x11);
   }
-  radio_.link().Purge();
   if (Send({digits[0], digits[1], digits[2], digits[3], op}, "Set frequency") &&
       traits.resultAfterSetFrequency) {
     ReadResultByte();
@@ -214,7 +213,6 @@ uint8_t YaesuDriver::ReadFilter() {
 int YaesuDriver::SetMode(uint8_t mode) {
   const YaesuCommand command =
       Traits().classicMode ? YaesuCommand{0, 0, 0, mode, 0x0C} : YaesuCommand{mode, 0, 0, 0, 0x07};
-  radio_.link().Purge();
   if (!Send(command, "Set mode")) {
     return 0;
   }
@@ -227,7 +225,6 @@ int YaesuDriver::SetCommandState(uint8_t command, uint8_t on) {
       Traits().classicMode
           ? YaesuCommand{0, 0, 0, on, command}
           : YaesuCommand{0, 0, 0, 0, static_cast<uint8_t>(on != 0 ? command : command | 0x80)};
-  radio_.link().Purge();
   if (!Send(bytes, on != 0 ? "Set CMD On" : "Set CMD Off")) {
     return 0;
   }
@@ -265,7 +262,6 @@ uint8_t YaesuDriver::ReadSMeter(uint8_t meter) {
 }
 
 int YaesuDriver::SwitchPower(bool on) {
-  radio_.link().Purge();
   if (on) {
     // A sleeping FT-817 needs a few bytes to wake its serial receiver before the command.
     Send({0, 0, 0, 0, 0x00}, "Write 5 bytes");

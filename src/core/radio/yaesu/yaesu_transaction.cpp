@@ -42,7 +42,6 @@ bool YaesuTransaction::ReadReply(std::span<uint8_t> reply, const char* label) {
 bool YaesuTransaction::Exchange(const YaesuCommand& command, std::span<uint8_t> reply,
                                 const char* label) {
   std::fill(reply.begin(), reply.end(), uint8_t{0});
-  radio_.link().Purge();
   if (!Write(command, label)) {
     return false;
   }

@@ -5,8 +5,8 @@
 // "YaesuRead error: %s (%s)", an empty reply "YaesuRead error: %u / %u bytes read (%s)"; each
 // returns false. A reply shorter than asked but not empty counts as success, the missing bytes
 // staying zero: the older radios end some replies early, and the callers decode from zeros.
-// Input left over from an earlier, late reply is purged before the command goes out, so it
-// cannot pass for this reply (these radios send nothing unasked).
+// Nothing is purged before a command: a purge also drops output the port has not sent yet,
+// and the radios answer no set command, so it would swallow the set written just before.
 //
 // Owned by the YaesuDriver of one CatRadio; used on that radio's thread only.
 #pragma once

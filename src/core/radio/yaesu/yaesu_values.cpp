@@ -56,7 +56,6 @@ int YaesuDriver::SetValue(const std::string& command) {
     DebugLog::Write("Invalid command: %s", command.c_str());
     return 0;
   }
-  radio_.link().Purge();
   return Send(*bytes, "Write 5 bytes") ? 1 : 0;
 }
 
@@ -100,7 +99,6 @@ int YaesuDriver::WriteEepromBits(uint16_t address, uint8_t mask, uint8_t value) 
   const uint8_t high = static_cast<uint8_t>(address >> 8);
   const uint8_t low = static_cast<uint8_t>(address & 0xFF);
   const std::string label = AddressLabel("Write EEPROM", address);
-  radio_.link().Purge();
   return Send({high, low, updated, first[1], kWriteEeprom}, label.c_str()) ? 1 : 0;
 }
 
