@@ -25,8 +25,8 @@ std::vector<std::string> Lines(std::string& pending, std::string_view bytes, cha
 }  // namespace
 
 SimOrion::SimOrion() {
-  table_ = {{"A", "00D6B0F0"}, {"B", "006BBA20"}, {"RMM", "0"}, {"S", "RM24S0"},
-            {"RMF", "2400"}, {"V", "Version 2.062"}, {"RMP", "-50"}};
+  table_ = {{"A", "00D6B0F0"}, {"B", "006BBA20"},      {"RMM", "0"},  {"S", "RM24S0"},
+            {"RMF", "2400"},   {"V", "Version 2.062"}, {"RMP", "-50"}};
 }
 
 void SimOrion::OnBytes(std::string_view bytes, std::vector<Emission>& out) {

@@ -48,8 +48,9 @@ std::string SimYaesu::Answer(const std::array<uint8_t, 5>& c) {
       return Slot(slot);
     }
     if (low == 0x01) {
-      frequency_[s] = (FromBcd(c[0]) * 1000000 + FromBcd(c[1]) * 10000 + FromBcd(c[2]) * 100 +
-                       FromBcd(c[3])) * 10;
+      frequency_[s] =
+          (FromBcd(c[0]) * 1000000 + FromBcd(c[1]) * 10000 + FromBcd(c[2]) * 100 + FromBcd(c[3])) *
+          10;
     } else {
       mode_[s] = c[0];
     }

@@ -4,9 +4,7 @@
 
 namespace tavlorin {
 
-bool AsciiLine::Send(const std::string& command) {
-  return radio_.link().Write(command + lineEnd_);
-}
+bool AsciiLine::Send(const std::string& command) { return radio_.link().Write(command + lineEnd_); }
 
 std::optional<std::string> AsciiLine::ReadLine() {
   char buffer[kMaxLine];
@@ -26,8 +24,7 @@ std::optional<std::string> AsciiLine::ReadLine() {
   return line;
 }
 
-std::optional<std::string> AsciiLine::Query(const std::string& command,
-                                            const std::string& prefix) {
+std::optional<std::string> AsciiLine::Query(const std::string& command, const std::string& prefix) {
   if (!Send(command)) {
     return std::nullopt;
   }

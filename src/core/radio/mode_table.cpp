@@ -7,6 +7,7 @@ namespace {
 // fixed by the logbook's mode defaults; the other numbers are variants of those modes.
 // Where a family has one code for two rows (Kenwood FSK for RTTY), the first row is the one a
 // code reads back as.
+// clang-format off
 constexpr ModeRow kRows[] = {
     // n  name       ICOM  Ken  Elec  Yaesu  Classic  TenTec PCR  NRD
     {0, "None",      -1,   -1,  -1,   -1,    -1,      -1,    -1,  -1},
@@ -31,18 +32,28 @@ constexpr ModeRow kRows[] = {
     {19, "PSK31",    0x12, -1,  -1,   -1,    -1,      -1,    -1,  -1},
     {20, "PSK31-R",  0x13, -1,  -1,   -1,    -1,      -1,    -1,  -1},
 };
+// clang-format on
+
 static_assert(sizeof kRows / sizeof kRows[0] == kModeCount);
 
 int16_t CodeOf(const ModeRow& row, ModeCodeSet set) {
   switch (set) {
-    case ModeCodeSet::kIcom: return row.icom;
-    case ModeCodeSet::kKenwood: return row.kenwood;
-    case ModeCodeSet::kElecraft: return row.elecraft;
-    case ModeCodeSet::kYaesu: return row.yaesu;
-    case ModeCodeSet::kYaesuClassic: return row.yaesuClassic;
-    case ModeCodeSet::kTenTec: return row.tenTec;
-    case ModeCodeSet::kPcr1000: return row.pcr1000;
-    case ModeCodeSet::kNrd535: return row.nrd535;
+    case ModeCodeSet::kIcom:
+      return row.icom;
+    case ModeCodeSet::kKenwood:
+      return row.kenwood;
+    case ModeCodeSet::kElecraft:
+      return row.elecraft;
+    case ModeCodeSet::kYaesu:
+      return row.yaesu;
+    case ModeCodeSet::kYaesuClassic:
+      return row.yaesuClassic;
+    case ModeCodeSet::kTenTec:
+      return row.tenTec;
+    case ModeCodeSet::kPcr1000:
+      return row.pcr1000;
+    case ModeCodeSet::kNrd535:
+      return row.nrd535;
   }
   return -1;
 }

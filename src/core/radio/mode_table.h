@@ -17,14 +17,14 @@ inline constexpr int kModeCount = 21;
 
 // The command sets whose mode codes differ.
 enum class ModeCodeSet {
-  kIcom,           // CI-V 04/06: 00 LSB, 01 USB, 02 AM, 03 CW, 04 RTTY, 05 FM, ...
-  kKenwood,        // MD: 1 LSB, 2 USB, 3 CW, 4 FM, 5 AM, 6 FSK, 7 CW-R, 9 FSK-R
-  kElecraft,       // MD: 1 LSB, 2 USB, 3 CW, 4 FM, 5 AM, 6 DATA, 7 CW-R, 9 DATA-R
-  kYaesu,          // FT-817/FT-847 opcode 07: 00 LSB, 01 USB, 02 CW, 03 CW-R, 04 AM, 08 FM ...
-  kYaesuClassic,   // FT-1000/FT-990/FT-920/FT-900 opcode 0C: 00 LSB, 01 USB, 02 CW, ...
-  kTenTec,         // Orion RMM: 0 USB, 1 LSB, 2 CW (upper), 3 CW (lower), 4 AM, 5 FM, 6 FSK
-  kPcr1000,        // K0 mode: 00 LSB, 01 USB, 02 AM, 03 CW, 05 NFM, 06 WFM
-  kNrd535,         // D: 0 RTTY, 1 CW, 2 USB, 3 LSB, 4 AM, 5 FM, 6 AMS
+  kIcom,          // CI-V 04/06: 00 LSB, 01 USB, 02 AM, 03 CW, 04 RTTY, 05 FM, ...
+  kKenwood,       // MD: 1 LSB, 2 USB, 3 CW, 4 FM, 5 AM, 6 FSK, 7 CW-R, 9 FSK-R
+  kElecraft,      // MD: 1 LSB, 2 USB, 3 CW, 4 FM, 5 AM, 6 DATA, 7 CW-R, 9 DATA-R
+  kYaesu,         // FT-817/FT-847 opcode 07: 00 LSB, 01 USB, 02 CW, 03 CW-R, 04 AM, 08 FM ...
+  kYaesuClassic,  // FT-1000/FT-990/FT-920/FT-900 opcode 0C: 00 LSB, 01 USB, 02 CW, ...
+  kTenTec,        // Orion RMM: 0 USB, 1 LSB, 2 CW (upper), 3 CW (lower), 4 AM, 5 FM, 6 FSK
+  kPcr1000,       // K0 mode: 00 LSB, 01 USB, 02 AM, 03 CW, 05 NFM, 06 WFM
+  kNrd535,        // D: 0 RTTY, 1 CW, 2 USB, 3 LSB, 4 AM, 5 FM, 6 AMS
 };
 
 struct ModeRow {

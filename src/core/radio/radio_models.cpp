@@ -42,13 +42,12 @@ bool ParseLine(std::string_view line, RadioModel* model) {
   model->speeds = Split(f[4], ',');
   model->defaultSpeed = f[5];
   model->civAddress = f[6];
-  if (!ParseInt(f[2], &model->manufacturer) || model->manufacturer < 1 ||
-      model->manufacturer > 8 || f[4].empty()) {
+  if (!ParseInt(f[2], &model->manufacturer) || model->manufacturer < 1 || model->manufacturer > 8 ||
+      f[4].empty()) {
     return false;
   }
-  if (!f[7].empty() &&
-      (!ParseInt(f[7], &model->civFrequencyBytes) || model->civFrequencyBytes < 4 ||
-       model->civFrequencyBytes > 5)) {
+  if (!f[7].empty() && (!ParseInt(f[7], &model->civFrequencyBytes) ||
+                        model->civFrequencyBytes < 4 || model->civFrequencyBytes > 5)) {
     return false;
   }
   for (const std::string& s : model->speeds) {

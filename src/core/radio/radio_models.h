@@ -16,12 +16,12 @@ namespace tavlorin {
 
 struct RadioModel {
   std::string name;
-  std::string company;  // as listed to the user ("ICOM", "Yaesu", ...)
-  int manufacturer = 0;  // the family the model connects as (6 for demonstration models)
-  std::string commandSet;  // the model whose commands it uses; empty: its own
+  std::string company;              // as listed to the user ("ICOM", "Yaesu", ...)
+  int manufacturer = 0;             // the family the model connects as (6 for demonstration models)
+  std::string commandSet;           // the model whose commands it uses; empty: its own
   std::vector<std::string> speeds;  // the speed list offered, slowest first
   std::string defaultSpeed;
-  std::string civAddress;  // hexadecimal, ICOM family only
+  std::string civAddress;     // hexadecimal, ICOM family only
   int civFrequencyBytes = 5;  // BCD bytes of a CI-V frequency (the IC-735 has 4)
 };
 

@@ -188,8 +188,8 @@ std::optional<uint32_t> DecodeCivReadValue(const CivFrame& reply, size_t sentCou
   if (!reply.complete() || reply.size() < first + 1) {
     return std::nullopt;
   }
-  return DecodeCivValue(std::vector<uint8_t>(reply.bytes.begin() + static_cast<long>(first),
-                                             reply.bytes.end() - 1));
+  return DecodeCivValue(
+      std::vector<uint8_t>(reply.bytes.begin() + static_cast<long>(first), reply.bytes.end() - 1));
 }
 
 }  // namespace tavlorin

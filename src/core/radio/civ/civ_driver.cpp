@@ -24,8 +24,8 @@ int CivDriver::ReadIdentification(std::string* identification) {
   transaction_.Reset();
   transaction_.SetFrequencyBytes(FrequencyBytes());
   CivFrame reply;
-  if (!transaction_.Request({kCivIdentification, 0x00}, 0x00, &reply, "Read ID") ||
-      reply.IsAck() || reply.size() < 7) {
+  if (!transaction_.Request({kCivIdentification, 0x00}, 0x00, &reply, "Read ID") || reply.IsAck() ||
+      reply.size() < 7) {
     return 0;
   }
   // FE FE E0 ra 19 00 ra FD: the address is the last data byte.

@@ -47,8 +47,8 @@ struct CivFrame {
   size_t size() const { return bytes.size(); }
   // True for a frame that has its preamble, both addresses, a command and the end byte.
   bool complete() const {
-    return bytes.size() >= kCivMinFrame && bytes[0] == kCivPreamble &&
-           bytes[1] == kCivPreamble && bytes.back() == kCivEnd;
+    return bytes.size() >= kCivMinFrame && bytes[0] == kCivPreamble && bytes[1] == kCivPreamble &&
+           bytes.back() == kCivEnd;
   }
   uint8_t destination() const { return bytes[2]; }
   uint8_t source() const { return bytes[3]; }
@@ -60,9 +60,7 @@ struct CivFrame {
   bool IsAck() const { return bytes[bytes.size() - 2] == kCivAck; }
   bool IsRefusal() const { return bytes[bytes.size() - 2] == kCivRefusal; }
   // Bytes 4 .. size-2: command, sub-command and data.
-  std::vector<uint8_t> Payload() const {
-    return {bytes.begin() + 4, bytes.end() - 1};
-  }
+  std::vector<uint8_t> Payload() const { return {bytes.begin() + 4, bytes.end() - 1}; }
   // "FE FE E0 5C FB FD": how the debug log shows a frame.
   std::string Hex() const;
 };

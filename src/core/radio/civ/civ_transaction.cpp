@@ -91,9 +91,9 @@ bool CivTransaction::ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, co
     return true;
   }
   const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(clock.Now() - begin);
-  DebugLog::Write(awaited.ackOnly ? "CIVReadAckNoack() Timeout\n"
-                                  : "CIVReadReply: Timeout after %d ms\n",
-                  static_cast<int>(waited.count()));
+  DebugLog::Write(
+      awaited.ackOnly ? "CIVReadAckNoack() Timeout\n" : "CIVReadReply: Timeout after %d ms\n",
+      static_cast<int>(waited.count()));
   DebugLog::Write("Timeout\n");
   return false;
 }

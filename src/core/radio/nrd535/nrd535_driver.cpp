@@ -23,7 +23,8 @@ std::optional<uint32_t> DigitsAfter(const std::string& line, char letter, size_t
   if (end == at + 1) {
     return std::nullopt;
   }
-  return static_cast<uint32_t>(std::strtoul(line.substr(at + 1, end - at - 1).c_str(), nullptr, 10));
+  return static_cast<uint32_t>(
+      std::strtoul(line.substr(at + 1, end - at - 1).c_str(), nullptr, 10));
 }
 
 // The letters that open a command ("AG" of "AG1"), which its reply repeats.

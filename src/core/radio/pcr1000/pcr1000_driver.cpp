@@ -65,8 +65,8 @@ int Pcr1000Driver::StartUp(std::string* message) {
   SendLogged("G105");
   // Let the command leave the port at the old speed before the port changes speed under it.
   radio_.clock().SleepFor(kSpeedChangeWait);
-  LineSettings fast = FamilyLineSettings(kGeneral, kFastSpeed, false, true, true,
-                                         radio_.commsRxTimeoutMs);
+  LineSettings fast =
+      FamilyLineSettings(kGeneral, kFastSpeed, false, true, true, radio_.commsRxTimeoutMs);
   if (!radio_.link().Reconfigure(fast, message)) {
     return 0;
   }

@@ -58,9 +58,7 @@ uint32_t TenTecDriver::ReadFrequency(Frequency* hz) {
   return *hz != 0 ? 1 : 0;
 }
 
-int TenTecDriver::SetFrequency(Frequency hz) {
-  return Set(TenTecFrequencyCommand(0, hz)) ? 1 : 0;
-}
+int TenTecDriver::SetFrequency(Frequency hz) { return Set(TenTecFrequencyCommand(0, hz)) ? 1 : 0; }
 
 uint8_t TenTecDriver::ReadMode() {
   std::optional<std::string> value = Query("?" + ModeCommand());

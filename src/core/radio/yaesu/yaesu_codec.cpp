@@ -36,9 +36,7 @@ std::optional<uint32_t> ParseHex(const std::string& token, uint32_t max) {
 std::array<uint8_t, 4> EncodeYaesuFrequency(Frequency hz, YaesuDigitOrder order) {
   char c[16];
   std::snprintf(c, sizeof c, "%-10.10u", hz / 10);
-  auto pair = [&](int i) {
-    return static_cast<uint8_t>(((c[i] - '0') << 4) | (c[i + 1] - '0'));
-  };
+  auto pair = [&](int i) { return static_cast<uint8_t>(((c[i] - '0') << 4) | (c[i + 1] - '0')); };
   if (order == YaesuDigitOrder::kLeastSignificantFirst) {
     return {pair(8), pair(6), pair(4), pair(2)};
   }

@@ -13,8 +13,16 @@ struct StatusRead {
   size_t length;
 };
 enum StatusKind {
-  kFt900Flags, kFt920Flags, kFt990Flags, kFt100Flags, kFt1000Flags,
-  kFt900Update, kFt920Update, kFt990Update, kFt100Update, kFt1000Update,
+  kFt900Flags,
+  kFt920Flags,
+  kFt990Flags,
+  kFt100Flags,
+  kFt1000Flags,
+  kFt900Update,
+  kFt920Update,
+  kFt990Update,
+  kFt100Update,
+  kFt1000Update,
 };
 constexpr StatusRead kStatusReads[] = {
     {"Read FT-900 status flags", {0, 0, 0, 0x00, 0xFA}, 5},
@@ -36,11 +44,16 @@ struct StatusPair {
 
 StatusPair PairFor(YaesuFrequencyRead read) {
   switch (read) {
-    case YaesuFrequencyRead::kFt100: return {kFt100Flags, kFt100Update};
-    case YaesuFrequencyRead::kFt920: return {kFt920Flags, kFt920Update};
-    case YaesuFrequencyRead::kFt990: return {kFt990Flags, kFt990Update};
-    case YaesuFrequencyRead::kFt900: return {kFt900Flags, kFt900Update};
-    default: return {kFt1000Flags, kFt1000Update};
+    case YaesuFrequencyRead::kFt100:
+      return {kFt100Flags, kFt100Update};
+    case YaesuFrequencyRead::kFt920:
+      return {kFt920Flags, kFt920Update};
+    case YaesuFrequencyRead::kFt990:
+      return {kFt990Flags, kFt990Update};
+    case YaesuFrequencyRead::kFt900:
+      return {kFt900Flags, kFt900Update};
+    default:
+      return {kFt1000Flags, kFt1000Update};
   }
 }
 

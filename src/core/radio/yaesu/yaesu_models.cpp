@@ -12,6 +12,7 @@ constexpr YaesuDigitOrder kMsb = YaesuDigitOrder::kMostSignificantFirst;
 // its CAT documentation lays it out (FT-1000 family and FT-990: 16-byte records with the mode
 // at 7 and the IF filter at 8; FT-920: 14-byte records, mode at 7; FT-900 and FT-600: 9-byte
 // records, mode at 6; FT-100: mode in the low nibble of byte 5, bandwidth in the high one).
+// clang-format off
 constexpr YaesuModelTraits kTable[] = {
     // name           read           order  8A     result classic meter         mask  mode filt pre  slots
     {"FT-100",        R::kFt100,     kLsb, false, false, true,  M::kFt100,      0x00, 5,   5,   0x0F, YaesuSlotRule::kPlain},
@@ -27,6 +28,7 @@ constexpr YaesuModelTraits kTable[] = {
 
 constexpr YaesuModelTraits kDefault = {
     "", R::kSlots, kMsb, false, true, false, M::kStatusByte, 0x0F, -1, -1, 0, YaesuSlotRule::kPlain};
+// clang-format on
 
 }  // namespace
 

@@ -15,13 +15,13 @@ namespace tavlorin {
 
 // How the frequency is read.
 enum class YaesuFrequencyRead {
-  kFt100,      // FT-100 flags + update: bytes 1-4 big-endian, x 1.25
-  kFt1000Mp,   // FT-1000 flags + update: bytes 1-4 (VFO B 17-20), >> 4, x 10
-  kFt920,      // FT-920 flags + update: bytes 1-4 (15-18 when flags[0] & 0x10), hertz
-  kFt990,      // FT-990 flags + update: bytes 1-3 (17-19 when flags[0] & 0x02), x 10
-  kFt1000D,    // FT-1000 flags + update: bytes 1-3 (VFO B 17-19), x 10
-  kFt900,      // FT-900 flags + update: two 9-byte records, bytes 1-3 / 10-12, x 10
-  kSlots,      // the frequency-and-mode read, one opcode per VFO slot
+  kFt100,     // FT-100 flags + update: bytes 1-4 big-endian, x 1.25
+  kFt1000Mp,  // FT-1000 flags + update: bytes 1-4 (VFO B 17-20), >> 4, x 10
+  kFt920,     // FT-920 flags + update: bytes 1-4 (15-18 when flags[0] & 0x10), hertz
+  kFt990,     // FT-990 flags + update: bytes 1-3 (17-19 when flags[0] & 0x02), x 10
+  kFt1000D,   // FT-1000 flags + update: bytes 1-3 (VFO B 17-19), x 10
+  kFt900,     // FT-900 flags + update: two 9-byte records, bytes 1-3 / 10-12, x 10
+  kSlots,     // the frequency-and-mode read, one opcode per VFO slot
 };
 
 // How the S-meter is read.
@@ -42,14 +42,14 @@ struct YaesuModelTraits {
   std::string_view name;  // the command-set name; "" for the default row
   YaesuFrequencyRead frequencyRead;
   YaesuDigitOrder digitOrder;
-  bool vfoBOpcode8A;      // "set frequency" for VFO B is 8A (FT-1000MP MkV, FT-1000D)
+  bool vfoBOpcode8A;  // "set frequency" for VFO B is 8A (FT-1000MP MkV, FT-1000D)
   bool resultAfterSetFrequency;
-  bool classicMode;       // mode set 00 00 00 m 0C; toggles carry on/off in P4
+  bool classicMode;  // mode set 00 00 00 m 0C; toggles carry on/off in P4
   YaesuMeterRead meterRead;
-  uint8_t sMeterMask;     // bits of the status byte that hold the S-meter
-  int modeOffset;         // mode byte in the update record; -1 for the slot reads
-  int filterOffset;       // filter byte in the update record; -1 when not known
-  int preamble;           // start-up bytes before connecting: 0 none, 0x88 or 0x0F
+  uint8_t sMeterMask;  // bits of the status byte that hold the S-meter
+  int modeOffset;      // mode byte in the update record; -1 for the slot reads
+  int filterOffset;    // filter byte in the update record; -1 when not known
+  int preamble;        // start-up bytes before connecting: 0 none, 0x88 or 0x0F
   YaesuSlotRule slotRule;
 };
 

@@ -19,8 +19,8 @@ struct FrequencyCase {
 
 TEST(CivCodecTest, FrequenciesTravelLeastSignificantPairFirst) {
   const FrequencyCase cases[] = {
-      {14070000, 5, "00 00 07 14 00"},  {7060430, 5, "30 04 06 07 00"},
-      {0, 5, "00 00 00 00 00"},         {1296123456, 5, "56 34 12 96 12"},
+      {14070000, 5, "00 00 07 14 00"},   {7060430, 5, "30 04 06 07 00"},
+      {0, 5, "00 00 00 00 00"},          {1296123456, 5, "56 34 12 96 12"},
       {3999999999, 5, "99 99 99 99 39"}, {14070000, 4, "00 00 07 14"},
       {99999999, 4, "99 99 99 99"},
   };
@@ -50,7 +50,7 @@ TEST(CivCodecTest, ValuesAreBcdMostSignificantFirst) {
     const char* wire;
     std::optional<uint32_t> value;
   } cases[] = {
-      {"01 28", 128u}, {"00 00", 0u}, {"02 55", 255u}, {"47", 47u},
+      {"01 28", 128u},      {"00 00", 0u},        {"02 55", 255u}, {"47", 47u},
       {"01 02 03", 10203u}, {"1A", std::nullopt}, {"", 0u},
   };
   for (const Case& c : cases) {

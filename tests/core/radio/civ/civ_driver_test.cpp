@@ -25,9 +25,8 @@ class CivDriverTest : public ::testing::Test {
     auto device = std::make_unique<ScriptedDevice>(clock_);
     device_ = device.get();
     std::string message;
-    ASSERT_TRUE(radio_.link().Attach(std::move(device),
-                                     FamilyLineSettings(kIcom, "19200", false, false, false, 500),
-                                     &message));
+    ASSERT_TRUE(radio_.link().Attach(
+        std::move(device), FamilyLineSettings(kIcom, "19200", false, false, false, 500), &message));
     radio_.manufacturer = kIcom;
     radio_.modelName = model;
     radio_.civAddress = address;
@@ -154,9 +153,8 @@ TEST_F(CivDriverTest, Ic735UsesFourFrequencyBytes) {
   Expect("FE FE 04 E0 05 00 00 06 07 FD", "FE FE E0 04 FB FD");
   EXPECT_EQ(radio_.civ().SetFrequency(7060000), 1);
   // A five-byte reply is not an IC-735 frequency.
-  device_->SetResponder([](const std::string&) {
-    return HexBytes("FE FE E0 04 03 00 00 07 14 00 FD");
-  });
+  device_->SetResponder(
+      [](const std::string&) { return HexBytes("FE FE E0 04 03 00 00 07 14 00 FD"); });
   EXPECT_EQ(radio_.ReadFrequency(0, &hz), 1u);
   EXPECT_EQ(hz, 0u);
 }

@@ -7,10 +7,10 @@
 namespace tavlorin {
 namespace {
 
-constexpr ModeCodeSet kSets[] = {
-    ModeCodeSet::kIcom,         ModeCodeSet::kKenwood, ModeCodeSet::kElecraft,
-    ModeCodeSet::kYaesu,        ModeCodeSet::kYaesuClassic, ModeCodeSet::kTenTec,
-    ModeCodeSet::kPcr1000,      ModeCodeSet::kNrd535};
+constexpr ModeCodeSet kSets[] = {ModeCodeSet::kIcom,         ModeCodeSet::kKenwood,
+                                 ModeCodeSet::kElecraft,     ModeCodeSet::kYaesu,
+                                 ModeCodeSet::kYaesuClassic, ModeCodeSet::kTenTec,
+                                 ModeCodeSet::kPcr1000,      ModeCodeSet::kNrd535};
 
 TEST(ModeTableTest, TwentyOneNumberedUniqueNames) {
   ASSERT_EQ(ModeTable().size(), static_cast<size_t>(kModeCount));
@@ -58,12 +58,12 @@ TEST(ModeTableTest, KnownFamilyCodes) {
     const char* mode;
     uint8_t code;
   } cases[] = {
-      {ModeCodeSet::kIcom, "USB", 0x01},    {ModeCodeSet::kIcom, "CW-R", 0x07},
-      {ModeCodeSet::kIcom, "FM", 0x05},     {ModeCodeSet::kKenwood, "FM", 4},
-      {ModeCodeSet::kKenwood, "AM", 5},     {ModeCodeSet::kYaesu, "FM-N", 0x88},
-      {ModeCodeSet::kYaesu, "CW", 0x02},    {ModeCodeSet::kYaesuClassic, "FM", 0x06},
-      {ModeCodeSet::kTenTec, "USB", 0},     {ModeCodeSet::kTenTec, "LSB", 1},
-      {ModeCodeSet::kPcr1000, "WFM", 6},    {ModeCodeSet::kNrd535, "LSB", 3},
+      {ModeCodeSet::kIcom, "USB", 0x01}, {ModeCodeSet::kIcom, "CW-R", 0x07},
+      {ModeCodeSet::kIcom, "FM", 0x05},  {ModeCodeSet::kKenwood, "FM", 4},
+      {ModeCodeSet::kKenwood, "AM", 5},  {ModeCodeSet::kYaesu, "FM-N", 0x88},
+      {ModeCodeSet::kYaesu, "CW", 0x02}, {ModeCodeSet::kYaesuClassic, "FM", 0x06},
+      {ModeCodeSet::kTenTec, "USB", 0},  {ModeCodeSet::kTenTec, "LSB", 1},
+      {ModeCodeSet::kPcr1000, "WFM", 6}, {ModeCodeSet::kNrd535, "LSB", 3},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(FamilyModeCode(c.set, *ModeNumber(c.mode)), c.code) << c.mode;

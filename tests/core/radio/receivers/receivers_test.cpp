@@ -55,7 +55,9 @@ TEST_F(Pcr1000PtyTest, StartUpPowersOnSpeedsUpAndTunes) {
   EXPECT_EQ(std::vector<std::string>(c.begin(), c.begin() + 6),
             (std::vector<std::string>{"H1?", "H101", "G300", "H1?", "G105", c[5]}));
   EXPECT_EQ(radio_.link().settings().speedText, "38400");
-  EXPECT_EQ(sim_.lastTuning(), "K0001422500001000" "0");
+  EXPECT_EQ(sim_.lastTuning(),
+            "K0001422500001000"
+            "0");
   EXPECT_TRUE(Logged("Send PCR-1000 H101"));
   EXPECT_TRUE(Logged("Read PCR-1000 H101"));
 }
@@ -64,10 +66,14 @@ TEST_F(Pcr1000PtyTest, TuningModeAndFilterTravelTogether) {
   std::string message;
   ASSERT_EQ(Connect(&message), 1) << message;
   EXPECT_EQ(radio_.SetFrequency(0, 145500000), 1);
-  EXPECT_EQ(sim_.lastTuning(), "K0014550000001000" "0");
+  EXPECT_EQ(sim_.lastTuning(),
+            "K0014550000001000"
+            "0");
   EXPECT_EQ(radio_.SetValue("mode05", "NFM"), 1);
   EXPECT_EQ(radio_.SetValue("filter02", "15k"), 1);
-  EXPECT_EQ(sim_.lastTuning(), "K0014550000005020" "0");
+  EXPECT_EQ(sim_.lastTuning(),
+            "K0014550000005020"
+            "0");
   Frequency hz = 0;
   EXPECT_EQ(radio_.ReadFrequency(0, &hz), 1u);
   EXPECT_EQ(hz, 145500000u);

@@ -26,7 +26,7 @@ TEST(TenTecCodecTest, NumbersAndMeters) {
   struct Case {
     const char* text;
     std::optional<int32_t> value;
-  } numbers[] = {{"2500", 2500}, {"+250", 250}, {"-50", -50}, {"03e8", 1000},
+  } numbers[] = {{"2500", 2500}, {"+250", 250},       {"-50", -50},       {"03e8", 1000},
                  {"F", 15},      {"M", std::nullopt}, {"", std::nullopt}, {"5.0", std::nullopt}};
   for (const auto& c : numbers) {
     EXPECT_EQ(ParseTenTecNumber(c.text), c.value) << c.text;
@@ -100,9 +100,9 @@ class TenTecDemoTest : public ::testing::Test {
     radio_.manufacturer = kTenTec;
     radio_.modelName = "Orion";
     radio_.isDemo = 1;
-    radio_.values().LoadLines({"#   Default TenTec values", "?A=00D93578", "?B=0039ADA0",
-                               "?M=04", "?S=06800101", "?V=Wombat", "?S=RM10S5", "?RMM=0",
-                               "?RMF=2500", "?RMP=+250", "?RMA=F", "?RMAD=10"});
+    radio_.values().LoadLines({"#   Default TenTec values", "?A=00D93578", "?B=0039ADA0", "?M=04",
+                               "?S=06800101", "?V=Wombat", "?S=RM10S5", "?RMM=0", "?RMF=2500",
+                               "?RMP=+250", "?RMA=F", "?RMAD=10"});
   }
   CatRadio radio_;
 };
@@ -127,14 +127,14 @@ TEST_F(TenTecDemoTest, WritesAreStoredUnderTheQueryForm) {
   EXPECT_EQ(hz, 14070000u);
   EXPECT_EQ(radio_.SetMode(4), 1);
   EXPECT_EQ(radio_.values().Get("?RMM"), "4");
-  EXPECT_EQ(radio_.SetValue("*RMAD20", "agc"), 1);   // longest known key: RMAD, not RMA
+  EXPECT_EQ(radio_.SetValue("*RMAD20", "agc"), 1);  // longest known key: RMAD, not RMA
   EXPECT_EQ(radio_.values().Get("?RMAD"), "20");
   EXPECT_EQ(radio_.values().Get("?RMA"), "F");
-  EXPECT_EQ(radio_.SetValue("*RMAS", "agc"), 1);     // RMA takes "S"
+  EXPECT_EQ(radio_.SetValue("*RMAS", "agc"), 1);  // RMA takes "S"
   EXPECT_EQ(radio_.values().Get("?RMA"), "S");
-  EXPECT_EQ(radio_.SetValue("*KY12", "new"), 1);     // a new key ends at its first digit
+  EXPECT_EQ(radio_.SetValue("*KY12", "new"), 1);  // a new key ends at its first digit
   EXPECT_EQ(radio_.values().Get("?KY"), "12");
-  EXPECT_FALSE(radio_.link().IsOpen());              // nothing ever went to a port
+  EXPECT_FALSE(radio_.link().IsOpen());  // nothing ever went to a port
 }
 
 }  // namespace

@@ -29,10 +29,8 @@ TEST(YaesuCodecTest, SetFrequencyDigitsInBothOrders) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.hz);
-    EXPECT_EQ(Hex(EncodeYaesuFrequency(c.hz, YaesuDigitOrder::kLeastSignificantFirst)),
-              c.lsbFirst);
-    EXPECT_EQ(Hex(EncodeYaesuFrequency(c.hz, YaesuDigitOrder::kMostSignificantFirst)),
-              c.msbFirst);
+    EXPECT_EQ(Hex(EncodeYaesuFrequency(c.hz, YaesuDigitOrder::kLeastSignificantFirst)), c.lsbFirst);
+    EXPECT_EQ(Hex(EncodeYaesuFrequency(c.hz, YaesuDigitOrder::kMostSignificantFirst)), c.msbFirst);
   }
 }
 
@@ -59,15 +57,17 @@ TEST(YaesuCodecTest, CommandTexts) {
     const char* text;
     const char* bytes;  // "" = refused
   } cases[] = {
-      {"00-00-00-00-88", "00 00 00 00 88"}, {"1-2-3-4-F7", "01 02 03 04 F7"},
-      {"00-00-00-88", ""},                  {"00-00-00-00-00-00", ""},
-      {"00-00-00-00-100", ""},              {"00-00-zz-00-07", ""},
+      {"00-00-00-00-88", "00 00 00 00 88"},
+      {"1-2-3-4-F7", "01 02 03 04 F7"},
+      {"00-00-00-88", ""},
+      {"00-00-00-00-00-00", ""},
+      {"00-00-00-00-100", ""},
+      {"00-00-zz-00-07", ""},
       {"00--00-00-07", ""},
   };
   for (const Case& c : cases) {
     std::optional<YaesuCommand> cmd = ParseYaesuCommandText(c.text);
-    EXPECT_EQ(cmd ? ToHex(std::vector<uint8_t>(cmd->begin(), cmd->end())) : "", c.bytes)
-        << c.text;
+    EXPECT_EQ(cmd ? ToHex(std::vector<uint8_t>(cmd->begin(), cmd->end())) : "", c.bytes) << c.text;
   }
 }
 

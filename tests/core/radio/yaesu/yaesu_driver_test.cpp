@@ -128,27 +128,22 @@ TEST_F(YaesuDriverTest, FrequencyDecodingPerModel) {
        Update(32, {{18, 0xAC}, {19, 0x5D}, {20, 0x00}}), 7060000},
       // FT-920: hertz; flag 0x10 picks the second record
       {"FT-920", 0, "00 00 00 00 FA", std::string(8, '\0'), "00 00 00 03 10",
-       Update(28, {{2, 0xD6}, {3, 0xB0}, {4, 0xF0}, {16, 0x6B}, {17, 0xBA}, {18, 0x20}}),
-       14070000},
+       Update(28, {{2, 0xD6}, {3, 0xB0}, {4, 0xF0}, {16, 0x6B}, {17, 0xBA}, {18, 0x20}}), 14070000},
       {"FT-920", 0, "00 00 00 00 FA", Update(8, {{0, 0x10}}), "00 00 00 03 10",
-       Update(28, {{2, 0xD6}, {3, 0xB0}, {4, 0xF0}, {16, 0x6B}, {17, 0xBA}, {18, 0x20}}),
-       7060000},
+       Update(28, {{2, 0xD6}, {3, 0xB0}, {4, 0xF0}, {16, 0x6B}, {17, 0xBA}, {18, 0x20}}), 7060000},
       // FT-990: 24-bit x 10; flag 0x02 picks VFO B at 17-19
       {"FT-990", 0, "00 00 00 00 FA", std::string(5, '\0'), "00 00 00 03 10",
        Update(32, {{1, 0x15}, {2, 0x78}, {3, 0x18}}), 14070000},
       {"FT-990", 0, "00 00 00 00 FA", Update(5, {{0, 0x02}}), "00 00 00 03 10",
-       Update(32, {{1, 0x15}, {2, 0x78}, {3, 0x18}, {17, 0x0A}, {18, 0xC5}, {19, 0xD0}}),
-       7060000},
+       Update(32, {{1, 0x15}, {2, 0x78}, {3, 0x18}, {17, 0x0A}, {18, 0xC5}, {19, 0xD0}}), 7060000},
       // FT-1000D: five flag bytes; VFO B at 17-19
       {"FT-1000D", 1, "00 00 00 01 FA", std::string(5, '\0'), "00 00 00 03 10",
        Update(32, {{17, 0x0A}, {18, 0xC5}, {19, 0xD0}}), 7060000},
       // FT-900: two 9-byte records; flag 0x40 = VFO B in use
       {"FT-900", 0, "00 00 00 00 FA", std::string(5, '\0'), "00 00 00 03 10",
-       Update(18, {{1, 0x15}, {2, 0x78}, {3, 0x18}, {10, 0x0A}, {11, 0xC5}, {12, 0xD0}}),
-       14070000},
+       Update(18, {{1, 0x15}, {2, 0x78}, {3, 0x18}, {10, 0x0A}, {11, 0xC5}, {12, 0xD0}}), 14070000},
       {"FT-600", 0, "00 00 00 00 FA", Update(5, {{0, 0x40}}), "00 00 00 03 10",
-       Update(18, {{1, 0x15}, {2, 0x78}, {3, 0x18}, {10, 0x0A}, {11, 0xC5}, {12, 0xD0}}),
-       7060000},
+       Update(18, {{1, 0x15}, {2, 0x78}, {3, 0x18}, {10, 0x0A}, {11, 0xC5}, {12, 0xD0}}), 7060000},
   };
   for (const StatusCase& c : cases) {
     SCOPED_TRACE(std::string(c.model) + " " + std::to_string(c.hz));
@@ -169,9 +164,9 @@ TEST_F(YaesuDriverTest, FrequencyAndModeSlots) {
     int vfo;
     const char* command;  // "" = nothing is read
   } cases[] = {
-      {"FT-847", false, 0, "00 00 00 00 03"}, {"FT-847", false, 1, ""},
-      {"FT-847", true, 0, "00 00 00 00 13"},  {"FT-847", true, 1, "00 00 00 00 23"},
-      {"FT-817", false, 0, "00 00 00 00 03"}, {"FT-897", false, 0, "00 00 00 00 03"},
+      {"FT-847", false, 0, "00 00 00 00 03"},  {"FT-847", false, 1, ""},
+      {"FT-847", true, 0, "00 00 00 00 13"},   {"FT-847", true, 1, "00 00 00 00 23"},
+      {"FT-817", false, 0, "00 00 00 00 03"},  {"FT-897", false, 0, "00 00 00 00 03"},
       {"FT-2000", false, 2, "00 00 00 00 23"},
   };
   for (const auto& c : cases) {
@@ -248,8 +243,10 @@ TEST_F(YaesuDriverTest, SetModeForms) {
   struct Case {
     const char* model;
     const char* command;
-  } cases[] = {{"FT-990", "00 00 00 04 0C"}, {"FT-100", "00 00 00 04 0C"},
-               {"FT-817", "04 00 00 00 07"}, {"FT-847", "04 00 00 00 07"}};
+  } cases[] = {{"FT-990", "00 00 00 04 0C"},
+               {"FT-100", "00 00 00 04 0C"},
+               {"FT-817", "04 00 00 00 07"},
+               {"FT-847", "04 00 00 00 07"}};
   for (const auto& c : cases) {
     Attach(c.model);
     Expect(c.command, "00");
@@ -343,8 +340,8 @@ TEST_F(YaesuDriverTest, GenericValuesAndMemoryBits) {
   EXPECT_EQ(w[1], "00 55 00 00 BB");
   EXPECT_EQ(w[2], "00 59 00 00 BB");
   EXPECT_EQ(w[3], "02 52 00 00 BB");
-  EXPECT_EQ(w[4], "02 52 00 00 BB");  // read twice: the two must agree
-  EXPECT_EQ(w[5], "02 52 49 7F BC");  // 41 with bit 08 set, the next byte written back as read
+  EXPECT_EQ(w[4], "02 52 00 00 BB");   // read twice: the two must agree
+  EXPECT_EQ(w[5], "02 52 49 7F BC");   // 41 with bit 08 set, the next byte written back as read
   EXPECT_EQ(w[10], "02 52 51 7F BC");  // 41 with bit 10 set (the radio still answers 41 here)
 }
 
