@@ -154,7 +154,7 @@ std::optional<uint32_t> CivDriver::ReadStatus(uint8_t command, uint8_t sub) {
     payload.push_back(sub);
   }
   CivFrame reply;
-  if (!transaction_.Request(payload, sub, &reply, "Read status") || reply.IsAck()) {
+  if (!transaction_.RequestExact(payload, &reply, "Read status") || reply.IsAck()) {
     return std::nullopt;
   }
   std::optional<uint32_t> value = DecodeCivReadValue(reply, payload.size());
@@ -177,9 +177,8 @@ int CivDriver::SetState(uint8_t command, uint8_t sub, uint8_t value) {
 uint32_t CivDriver::ReadValue(const std::string& command) {
   const CivCommandText text = ParseCivCommandText(command);
   const std::vector<uint8_t> payload = text.ReadPayload();
-  const uint8_t sub = payload.size() > 1 ? payload[1] : kCivAnySub;
   CivFrame reply;
-  if (!transaction_.Request(payload, sub, &reply, "Read value") || reply.IsAck()) {
+  if (!transaction_.RequestExact(payload, &reply, "Read value") || reply.IsAck()) {
     return 0;
   }
   std::optional<uint32_t> value = DecodeCivReadValue(reply, payload.size());

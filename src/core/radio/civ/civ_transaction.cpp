@@ -1,5 +1,7 @@
 #include "radio/civ/civ_transaction.h"
 
+#include <algorithm>
+
 #include "radio/cat_radio.h"
 #include "radio/civ/civ_codec.h"
 #include "radio/civ/civ_frame_assembler.h"
@@ -39,6 +41,12 @@ bool CivTransaction::ReadAckNoack(const char* label) {
 bool CivTransaction::Request(const std::vector<uint8_t>& payload, uint8_t sub, CivFrame* reply,
                              const char* label) {
   return Send(payload, label) && ReadReply(payload[0], sub, reply, label);
+}
+
+bool CivTransaction::RequestExact(const std::vector<uint8_t>& payload, CivFrame* reply,
+                                  const char* label) {
+  return Send(payload, label) &&
+         ReadUntilAnswer({payload[0], kCivAnySub, false, &payload}, reply, label);
 }
 
 bool CivTransaction::Command(const std::vector<uint8_t>& payload, const char* label) {
@@ -90,6 +98,9 @@ bool CivTransaction::ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, co
     *reply = *candidate_;  // no direct reply: the latest broadcast is the answer
     return true;
   }
+  if (awaited.ackOnly && !assembler.frame().bytes.empty() && !assembler.frame().complete()) {
+    DebugLog::Write("CIVReadAckNoack() Not FD at end\n");
+  }
   const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(clock.Now() - begin);
   DebugLog::Write(
       awaited.ackOnly ? "CIVReadAckNoack() Timeout\n" : "CIVReadReply: Timeout after %d ms\n",
@@ -125,7 +136,18 @@ CivTransaction::Verdict CivTransaction::Judge(const CivFrame& frame, const Await
   if (frame.IsAck()) {
     return Verdict::kAccept;
   }
-  if (!awaited.ackOnly && frame.command() == awaited.command &&
+  if (awaited.ackOnly) {
+    // Some radios answer a set they cannot carry out with data instead of FA: not taken.
+    DebugLog::Write("CIVReadAckNoack() Not FA FD or FB FD at end\n");
+    return Verdict::kSkip;
+  }
+  if (awaited.prefix != nullptr) {
+    const std::vector<uint8_t>& p = *awaited.prefix;
+    const bool repeats =
+        frame.size() >= 5 + p.size() && std::equal(p.begin(), p.end(), frame.bytes.begin() + 4);
+    return repeats ? Verdict::kAccept : Verdict::kSkip;
+  }
+  if (frame.command() == awaited.command &&
       (awaited.sub == kCivAnySub || frame.sub() == awaited.sub)) {
     return Verdict::kAccept;
   }

@@ -52,6 +52,10 @@ class CivTransaction {
   // Send, then ReadReply for the payload's command and `sub`.
   bool Request(const std::vector<uint8_t>& payload, uint8_t sub, CivFrame* reply,
                const char* label);
+  // Send, then read the reply that repeats the whole payload (command and every sub-command
+  // byte) before its data: a value read, where a late reply to 1A 05 00 41 must not answer
+  // 1A 05 00 40.
+  bool RequestExact(const std::vector<uint8_t>& payload, CivFrame* reply, const char* label);
   // Send, then ReadAckNoack: a set command.
   bool Command(const std::vector<uint8_t>& payload, const char* label);
 
@@ -69,6 +73,7 @@ class CivTransaction {
     uint8_t command;
     uint8_t sub;
     bool ackOnly;
+    const std::vector<uint8_t>* prefix = nullptr;  // the reply must begin with these bytes
   };
 
   bool ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, const char* label);

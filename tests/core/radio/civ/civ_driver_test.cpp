@@ -174,10 +174,13 @@ TEST_F(CivDriverTest, ReadValueBuildsTheValueAndCachesIt) {
   Expect("FE FE 5C E0 1A 05 FD", "FE FE E0 5C 1A 05 47 FD");
   EXPECT_EQ(radio_.ReadValue("1A-05", "short"), 47u);
   EXPECT_EQ(radio_.civ().CachedValue("1A-05-00"), 47u);
-  // A reply to another sub-command is not the answer.
+  // A reply to another sub-command is not the answer; nor is a late reply to a neighbour.
   Expect("FE FE 5C E0 14 01 FD", "FE FE E0 5C 14 02 01 28 FD");
   EXPECT_EQ(radio_.ReadValue("14-01", "wrong sub"), 0u);
   EXPECT_FALSE(radio_.civ().CachedValue("14-01-00"));
+  Expect("FE FE 5C E0 1A 05 00 40 FD",
+         "FE FE E0 5C 1A 05 00 41 00 07 FD FE FE E0 5C 1A 05 00 40 00 09 FD");
+  EXPECT_EQ(radio_.ReadValue("1A-05-00-40", "level"), 9u);
 }
 
 TEST_F(CivDriverTest, SetModeReadsTheFilterFirst) {
