@@ -19,6 +19,9 @@ int DemonstrationFamily(const std::string& model) {
   if (model.rfind("K2", 0) == 0) {
     return kElecraft;
   }
+  if (model.rfind("PCR-1000", 0) == 0) {
+    return kGeneral;  // its table ("freq", "mode", "filter") answers through the receiver's driver
+  }
   return kKenwood;
 }
 

@@ -1,0 +1,28 @@
+// The Ten-Tec command codec (Orion, Argonaut): commands are "*" (set) or "?" (query) followed
+// by the command letters and, for a set, the value; the radio answers a query with "@", the
+// letters and the value, ended by CR. Frequencies travel as eight hexadecimal digits of hertz
+// ("*A00D6B0F0" sets VFO A to 14.070.000). Pure functions; any thread.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "radio/frequency.h"
+
+namespace tavlorin {
+
+// "*A%08X" / "*B%08X": set VFO A (vfo 0) or B.
+std::string TenTecFrequencyCommand(int vfo, Frequency hz);
+// Eight (or fewer) hexadecimal digits of hertz; nullopt for anything else.
+std::optional<Frequency> ParseTenTecFrequency(const std::string& value);
+// A number in a reply: decimal with an optional sign ("+250", "-50", "2500"), else
+// hexadecimal ("03e8"); nullopt when neither.
+std::optional<int32_t> ParseTenTecNumber(const std::string& value);
+// The S-meter of a "?S" reply: "RM10S5" (Orion: main receiver 10) or hexadecimal digits whose
+// first pair is the level (Argonaut, "06800101" reads 6).
+uint8_t ParseTenTecSMeter(const std::string& value);
+// The query form of a command text: "?RMF" for "?RMF", "*RMF" or "RMF".
+std::string TenTecQueryForm(const std::string& command);
+
+}  // namespace tavlorin

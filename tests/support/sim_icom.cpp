@@ -1,0 +1,163 @@
+#include "support/sim_icom.h"
+
+namespace tavlorin::testing {
+namespace {
+
+constexpr uint8_t kController = 0xE0;
+
+uint8_t Bcd(uint32_t two) { return static_cast<uint8_t>(((two / 10) << 4) | (two % 10)); }
+
+}  // namespace
+
+std::string SimIcom::Frame(uint8_t to, uint8_t from, const std::vector<uint8_t>& payload) {
+  std::string f{'\xFE', '\xFE', static_cast<char>(to), static_cast<char>(from)};
+  for (uint8_t b : payload) {
+    f += static_cast<char>(b);
+  }
+  f += '\xFD';
+  return f;
+}
+
+void SimIcom::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
+  std::lock_guard lock(mutex_);
+  for (char c : bytes) {
+    const uint8_t b = static_cast<uint8_t>(c);
+    if (pending_.empty() && b != 0xFE) {
+      continue;
+    }
+    pending_.push_back(b);
+    if (b == 0xFD) {
+      std::vector<uint8_t> frame;
+      frame.swap(pending_);
+      Answer(frame, out);
+    }
+  }
+}
+
+std::vector<uint8_t> SimIcom::FrequencyBytes(uint32_t hz) const {
+  std::vector<uint8_t> out;
+  for (int i = 0; i < options_.frequencyBytes; ++i) {
+    out.push_back(Bcd(hz % 100));
+    hz /= 100;
+  }
+  return out;
+}
+
+void SimIcom::Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& out) {
+  ++frames_;
+  if (options_.echo) {
+    out.push_back({std::string(frame.begin(), frame.end()), std::chrono::milliseconds(0)});
+  }
+  if (frame.size() < 6 || frame[2] != options_.address || options_.silent) {
+    return;
+  }
+  std::string reply = Reply(std::vector<uint8_t>(frame.begin() + 4, frame.end() - 1));
+  if (reply.empty()) {
+    return;
+  }
+  out.push_back({reply, std::chrono::milliseconds(1)});
+  for (int i = 0; i < options_.broadcastsAfterReply; ++i) {
+    std::vector<uint8_t> payload{0x00};
+    for (uint8_t b : FrequencyBytes(frequency_)) {
+      payload.push_back(b);
+    }
+    out.push_back({Frame(0x00, options_.address, payload), std::chrono::milliseconds(2 + i)});
+  }
+}
+
+std::string SimIcom::Reply(const std::vector<uint8_t>& p) {
+  const uint8_t me = options_.address;
+  const std::string ack = Frame(kController, me, {0xFB});
+  const std::string refusal = Frame(kController, me, {0xFA});
+  switch (p[0]) {
+    case 0x19:
+      return Frame(kController, me, {0x19, 0x00, me});
+    case 0x03: {
+      std::vector<uint8_t> payload{0x03};
+      for (uint8_t b : FrequencyBytes(frequency_)) {
+        payload.push_back(b);
+      }
+      return Frame(kController, me, payload);
+    }
+    case 0x04:
+      return Frame(kController, me, {0x04, mode_, filter_});
+    case 0x15:
+      if (p.size() == 2 && p[1] == 0x02) {
+        return Frame(kController, me, {0x15, 0x02, Bcd(sMeter_ / 100), Bcd(sMeter_ % 100)});
+      }
+      return refusal;
+    case 0x05:
+    case 0x06:
+      if (options_.refuseSets || p.size() < 2) {
+        return refusal;
+      }
+      sets_.push_back(p);
+      if (p[0] == 0x05) {
+        uint32_t hz = 0;
+        for (size_t i = p.size() - 1; i >= 1; --i) {
+          hz = hz * 100 + (p[i] >> 4) * 10 + (p[i] & 0x0F);
+        }
+        frequency_ = hz;
+      } else {
+        mode_ = p[1];
+        if (p.size() > 2) {
+          filter_ = p[2];
+        }
+      }
+      return ack;
+    default:
+      break;
+  }
+  if (auto it = values_.find(p); it != values_.end()) {
+    std::vector<uint8_t> payload = p;
+    payload.insert(payload.end(), it->second.begin(), it->second.end());
+    return Frame(kController, me, payload);
+  }
+  if (options_.refuseSets) {
+    return refusal;
+  }
+  sets_.push_back(p);
+  return ack;
+}
+
+void SimIcom::SetFrequency(uint32_t hz) {
+  std::lock_guard lock(mutex_);
+  frequency_ = hz;
+}
+
+uint32_t SimIcom::frequency() const {
+  std::lock_guard lock(mutex_);
+  return frequency_;
+}
+
+uint8_t SimIcom::mode() const {
+  std::lock_guard lock(mutex_);
+  return mode_;
+}
+
+uint8_t SimIcom::filter() const {
+  std::lock_guard lock(mutex_);
+  return filter_;
+}
+
+void SimIcom::SetSMeter(uint32_t level) {
+  std::lock_guard lock(mutex_);
+  sMeter_ = level;
+}
+
+void SimIcom::SetValue(std::vector<uint8_t> command, std::vector<uint8_t> data) {
+  std::lock_guard lock(mutex_);
+  values_[std::move(command)] = std::move(data);
+}
+
+std::vector<std::vector<uint8_t>> SimIcom::sets() const {
+  std::lock_guard lock(mutex_);
+  return sets_;
+}
+
+int SimIcom::framesSeen() const {
+  std::lock_guard lock(mutex_);
+  return frames_;
+}
+
+}  // namespace tavlorin::testing

@@ -1,0 +1,73 @@
+// SimIcom: a simulated ICOM radio for PtyRadio: answers CI-V frames the way the radios do.
+//
+// It keeps a frequency, a mode and filter, an S-meter level and a table of read values, answers
+// 19 00, 03, 04, 05, 06, 15 02 and any command of its value table, and acknowledges sets.
+// Options pick the behaviour of real set-ups:
+//  - echo: every frame the computer sends comes back first (a CI-V bus, or a radio with its
+//    USB echo on); without it only replies arrive (most radios on a USB cable);
+//  - broadcastsAfterReply: after each reply the radio sends that many transceive frequency
+//    broadcasts of its frequency, a few milliseconds apart (a radio with transceive on);
+//  - refuseSets: every set command is answered with FA (the radio refuses);
+//  - silent: nothing is answered (radio off).
+// Frames for other addresses are ignored, as on a bus.
+//
+// Thread-safe: the pty thread calls OnBytes while the test reads or changes the state.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "support/pty_radio.h"
+
+namespace tavlorin::testing {
+
+struct SimIcomOptions {
+  uint8_t address = 0x5C;
+  bool echo = false;
+  int broadcastsAfterReply = 0;
+  bool refuseSets = false;
+  bool silent = false;
+  int frequencyBytes = 5;  // 4 for the IC-735
+};
+
+class SimIcom : public Simulator {
+ public:
+  explicit SimIcom(SimIcomOptions options) : options_(options) {}
+
+  void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
+
+  void SetFrequency(uint32_t hz);
+  uint32_t frequency() const;
+  uint8_t mode() const;
+  uint8_t filter() const;
+  void SetSMeter(uint32_t level);
+  // A value table entry: the reply data (BCD bytes) to a command given as its payload bytes.
+  void SetValue(std::vector<uint8_t> command, std::vector<uint8_t> data);
+  // The payloads of every set command the radio accepted, in order.
+  std::vector<std::vector<uint8_t>> sets() const;
+  int framesSeen() const;
+
+  // A whole frame from the radio: FE FE to from payload FD.
+  static std::string Frame(uint8_t to, uint8_t from, const std::vector<uint8_t>& payload);
+
+ private:
+  void Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& out);
+  std::string Reply(const std::vector<uint8_t>& payload);
+  std::vector<uint8_t> FrequencyBytes(uint32_t hz) const;
+
+  SimIcomOptions options_;
+  mutable std::mutex mutex_;
+  std::vector<uint8_t> pending_;
+  uint32_t frequency_ = 14070000;
+  uint8_t mode_ = 0x01;
+  uint8_t filter_ = 0x02;
+  uint32_t sMeter_ = 120;
+  std::map<std::vector<uint8_t>, std::vector<uint8_t>> values_;
+  std::vector<std::vector<uint8_t>> sets_;
+  int frames_ = 0;
+};
+
+}  // namespace tavlorin::testing
