@@ -1,13 +1,14 @@
 #include "link/pseudo_terminal_port.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+
+#include "link/fd_io.h"
 
 namespace tavlorin {
 
@@ -65,50 +66,13 @@ void PseudoTerminalPort::Purge() {
 
 IoOutcome PseudoTerminalPort::ReadSome(uint8_t* buffer, size_t capacity,
                                        std::chrono::milliseconds timeout) {
-  IoOutcome out;
-  pollfd p{master_, POLLIN, 0};
-  int waited = ::poll(&p, 1, static_cast<int>(timeout.count()));
-  if (waited <= 0) {
-    if (waited < 0 && errno != EINTR) {
-      out.failed = true;
-      out.message = std::strerror(errno);
-    }
-    return out;
-  }
-  ssize_t n = ::read(master_, buffer, capacity);
-  if (n > 0) {
-    out.count = static_cast<size_t>(n);
-  } else if (n < 0 && errno != EAGAIN && errno != EINTR) {
-    out.failed = true;
-    out.message = std::strerror(errno);
-  }
-  return out;
+  return ReadWithTimeout(master_, buffer, capacity, timeout, false);
 }
 
 IoOutcome PseudoTerminalPort::Write(const uint8_t* data, size_t count,
                                     std::chrono::milliseconds timeout) {
-  IoOutcome out;
-  const auto deadline = std::chrono::steady_clock::now() + timeout;
-  while (out.count < count) {
-    ssize_t n = ::write(master_, data + out.count, count - out.count);
-    if (n > 0) {
-      out.count += static_cast<size_t>(n);
-      continue;
-    }
-    if (n < 0 && errno != EAGAIN && errno != EINTR) {
-      out.failed = true;
-      out.message = std::strerror(errno);
-      return out;
-    }
-    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-        deadline - std::chrono::steady_clock::now());
-    if (left.count() <= 0) {
-      return out;  // nobody reads the other side and its buffer is full
-    }
-    pollfd p{master_, POLLOUT, 0};
-    ::poll(&p, 1, static_cast<int>(left.count()));
-  }
-  return out;
+  // A short write means nobody reads the other side and its buffer is full.
+  return WriteWithTimeout(master_, data, count, timeout);
 }
 
 }  // namespace tavlorin

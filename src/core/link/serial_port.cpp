@@ -1,7 +1,6 @@
 #include "link/serial_port.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -9,6 +8,8 @@
 
 #include <cerrno>
 #include <cstring>
+
+#include "link/fd_io.h"
 
 namespace tavlorin {
 namespace {
@@ -136,54 +137,13 @@ void SerialPort::DrainAndPurgeInput(std::chrono::milliseconds limit) {
 
 IoOutcome SerialPort::ReadSome(uint8_t* buffer, size_t capacity,
                                std::chrono::milliseconds timeout) {
-  IoOutcome out;
-  pollfd p{fd_, POLLIN, 0};
-  int waited = ::poll(&p, 1, static_cast<int>(timeout.count()));
-  if (waited < 0) {
-    if (errno != EINTR) {
-      out.failed = true;
-      out.message = std::strerror(errno);
-    }
-    return out;
-  }
-  if (waited == 0) {
-    return out;
-  }
-  ssize_t n = ::read(fd_, buffer, capacity);
-  if (n > 0) {
-    out.count = static_cast<size_t>(n);
-  } else if (n == 0 || (errno != EAGAIN && errno != EINTR)) {
-    // A tty that reads end-of-file or EIO has hung up: the cable or adapter is gone.
-    out.failed = true;
-    out.message = n == 0 ? "The device was disconnected" : std::strerror(errno);
-  }
-  return out;
+  return ReadWithTimeout(fd_, buffer, capacity, timeout, true);
 }
 
 IoOutcome SerialPort::Write(const uint8_t* data, size_t count, std::chrono::milliseconds timeout) {
-  IoOutcome out;
-  size_t& done = out.count;
-  auto deadline = std::chrono::steady_clock::now() + timeout;
-  while (done < count) {
-    ssize_t n = ::write(fd_, data + done, count - done);
-    if (n > 0) {
-      done += static_cast<size_t>(n);
-      continue;
-    }
-    if (n < 0 && errno != EAGAIN && errno != EINTR) {
-      out.failed = true;
-      out.message = std::strerror(errno);
-      return out;
-    }
-    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-        deadline - std::chrono::steady_clock::now());
-    if (left.count() <= 0) {
-      return out;  // flow control held the bytes back: a time-out, not a lost port
-    }
-    pollfd p{fd_, POLLOUT, 0};
-    ::poll(&p, 1, static_cast<int>(left.count()));
-  }
-  return out;
+  // A short write without failure: flow control held the bytes back, a time-out rather than a
+  // lost port.
+  return WriteWithTimeout(fd_, data, count, timeout);
 }
 
 }  // namespace tavlorin
