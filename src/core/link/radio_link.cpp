@@ -166,7 +166,8 @@ bool RadioLink::Read(uint8_t* buffer, size_t count, size_t* got) {
   return !lost_;
 }
 
-bool RadioLink::ReadUntil(uint8_t* buffer, size_t maxCount, uint8_t terminator, size_t* got) {
+bool RadioLink::ReadUntil(uint8_t* buffer, size_t maxCount, uint8_t terminator, size_t* got,
+                          std::optional<Clock::TimePoint> deadline) {
   *got = 0;
   if (!device_ || lost_) {
     return false;
@@ -174,8 +175,14 @@ bool RadioLink::ReadUntil(uint8_t* buffer, size_t maxCount, uint8_t terminator, 
   const PortTimeouts& t = settings_.timeouts;
   const milliseconds perByte = t.readTotalMultiplier + t.readTotalConstant;
   while (*got < maxCount) {
-    if (Buffered() == 0 && !Fill(perByte)) {
-      break;
+    if (Buffered() == 0) {
+      milliseconds wait = perByte;
+      if (deadline) {
+        wait = std::min(wait, std::chrono::duration_cast<milliseconds>(*deadline - clock_.Now()));
+      }
+      if (wait.count() <= 0 || !Fill(wait)) {
+        break;
+      }
     }
     uint8_t byte = buffer_[head_++];
     buffer[(*got)++] = byte;

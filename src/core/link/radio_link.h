@@ -18,6 +18,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,8 +64,10 @@ class RadioLink {
   bool SetModemLines(ModemLine dtr, ModemLine rts);
   // Reads up to `count` bytes; true when the read itself worked (even if it timed out early).
   bool Read(uint8_t* buffer, size_t count, size_t* got);
-  // True when at least one byte was read.
-  bool ReadUntil(uint8_t* buffer, size_t maxCount, uint8_t terminator, size_t* got);
+  // True when at least one byte was read. With a `deadline` (on clock()), no byte is waited
+  // for past it: a reader with a reply window of its own never overstays it.
+  bool ReadUntil(uint8_t* buffer, size_t maxCount, uint8_t terminator, size_t* got,
+                 std::optional<Clock::TimePoint> deadline = std::nullopt);
   bool Write(const uint8_t* data, size_t count);
   bool Write(std::string_view text) {
     return Write(reinterpret_cast<const uint8_t*>(text.data()), text.size());

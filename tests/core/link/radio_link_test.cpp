@@ -62,6 +62,18 @@ TEST_F(RadioLinkTest, ReadUntilGivesUpAfterOneByteTimeOut) {
   EXPECT_EQ(clock_.elapsed(), milliseconds(500));
 }
 
+TEST_F(RadioLinkTest, ReadUntilNeverWaitsPastItsDeadline) {
+  device_->Inject("FE");
+  size_t got = 0;
+  uint8_t buffer[16];
+  link_.ReadUntil(buffer, sizeof buffer, 0xFD, &got, clock_.Now() + milliseconds(200));
+  EXPECT_EQ(got, 2u);
+  EXPECT_EQ(clock_.elapsed(), milliseconds(200)) << "not the 500 ms of a byte time-out";
+  link_.ReadUntil(buffer, sizeof buffer, 0xFD, &got, clock_.Now() - milliseconds(1));
+  EXPECT_EQ(got, 0u);
+  EXPECT_EQ(clock_.elapsed(), milliseconds(200)) << "a passed deadline waits for nothing";
+}
+
 TEST_F(RadioLinkTest, ReadUntilStopsAtTheMaximumCount) {
   device_->Inject("ABCDEFGH;");
   EXPECT_EQ(ReadUntil(';', 4), "ABCD");

@@ -67,7 +67,7 @@ bool CivTransaction::ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, co
       return false;
     }
     size_t got = 0;
-    link.ReadUntil(buffer, sizeof buffer, kCivEnd, &got);
+    link.ReadUntil(buffer, sizeof buffer, kCivEnd, &got, windowStart + kReplyWindow);
     if (link.lost()) {
       return false;
     }
