@@ -18,6 +18,7 @@ struct Globals {
 using Args = std::vector<std::string>;
 
 int RunRadioCommand(const Globals& globals, const Args& args);
+int RunRadiosCommand(const Globals& globals, const Args& args);
 int RunEmulateCommand(const Globals& globals, const Args& args);
 int RunLogCommand(const Globals& globals, const Args& args);
 int RunCountryCommand(const Globals& globals, const Args& args);

@@ -54,6 +54,19 @@ TEST(RadioCommand, HelpNamesTheCommandsAndOptions) {
   }
 }
 
+TEST(RadioCommand, RadiosListsTheModelsWithTheirDefaults) {
+  testing::ProcessResult r = Cli({"radios"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  for (const char* line : {"ICOM\tIC-7300\t19200\t", "\t94\n", "Kenwood\tTS-2000\t",
+                           "Elecraft\tK2\t", "TS-2000: Demo\t"}) {
+    EXPECT_NE(r.out.find(line), std::string::npos) << line;
+  }
+  r = Cli({"radios", "--company", "Yaesu"});
+  EXPECT_EQ(r.out.find("Kenwood"), std::string::npos);
+  EXPECT_NE(r.out.find("\tFT-817"), std::string::npos);
+  EXPECT_EQ(Cli({"radios", "--company", "Nobody"}).exitCode, 1);
+}
+
 TEST(RadioCommand, AMissingPortGivesTheSystemReasonAndTheAdvice) {
   testing::ProcessResult r =
       Cli({"radio", "--model", "TS-2000", "--port", "/dev/ttyTAVLORIN-gone", "get-freq"});
