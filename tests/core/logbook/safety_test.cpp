@@ -99,32 +99,27 @@ TEST_F(SafetyTest, BulkAddCountsStoredFailedAndDuplicates) {
   EXPECT_EQ(Sql("SELECT count(*) FROM TBL_LOGBOOK WHERE Created IS NULL")[0], "0");
 }
 
-TEST_F(SafetyTest, MissingFileOrFolder) {
-  auto missing = MakeDatabase((dir_ / "absent.sqlite").string());
+TEST_F(SafetyTest, MissingFileOrFolderAndFileThatIsNotADatabase) {
   CLogbookRecordset r;
-  EXPECT_EQ(missing->ReadRecord(1, &r).message(),
+  EXPECT_EQ(MakeDatabase((dir_ / "absent.sqlite").string())->ReadRecord(1, &r).message(),
             "Error opening database: unable to open database file");
   EXPECT_FALSE(std::filesystem::exists(dir_ / "absent.sqlite")) << "operations never create";
-
   log_.clear();
   EXPECT_FALSE(MakeDatabase((dir_ / "no" / "such" / "log.sqlite").string())->Define(false));
   EXPECT_TRUE(Logged("Error creating database: unable to open database file"));
   EXPECT_TRUE(Logged("    Error code .....: 14 0000000E"));
   EXPECT_TRUE(Logged("    Source .........: SQLite"));
-}
 
-TEST_F(SafetyTest, FileThatIsNotADatabaseIsLeftAlone) {
   const std::string text = (dir_ / "notes.txt").string();
   const std::string content = "These are my notes, not a logbook.\n";
   std::ofstream(text) << content;
   auto db = MakeDatabase(text);
-  log_.clear();
   EXPECT_FALSE(db->Define(false));
   EXPECT_TRUE(Logged("Error opening database: file is not a database"));
-  auto c = Contact("DL1ABC", "2024-05-01");
-  EXPECT_EQ(db->AddRecord(&c).message(), "Error opening database: file is not a database");
+  r = Contact("DL1ABC", "2024-05-01");
+  EXPECT_EQ(db->AddRecord(&r).message(), "Error opening database: file is not a database");
   std::ifstream in(text);
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), content);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), content) << "left alone";
 }
 
 TEST_F(SafetyTest, ReadOnlyFileRefusesChangesAndKeepsContacts) {
