@@ -17,10 +17,7 @@ TEST_F(DefineDatabaseTest, NewFileGetsTablesAndDefaults) {
                 "ORDER BY name"),
             (std::vector<std::string>{"TBL_BANDS", "TBL_COUNTRIES", "TBL_LOGBOOK", "TBL_MODES",
                                       "TBL_QRZ"}));
-  EXPECT_EQ(Count("TBL_BANDS"), 28);
-  EXPECT_EQ(Count("TBL_MODES"), 32);
-  EXPECT_EQ(Count("TBL_COUNTRIES"), 402);
-
+  EXPECT_EQ(Count("TBL_COUNTRIES"), 402);  // 28 bands, 32 modes: BandsModesAndRadioModes
   const std::vector<std::string> opening = {
       "Database file: " + path_,
       "Database file exists: no",
@@ -58,7 +55,6 @@ TEST_F(DefineDatabaseTest, SecondDefineChangesNothing) {
     EXPECT_EQ(line.find("Added"), std::string::npos) << line;
   }
   EXPECT_TRUE(Logged("Database structure is correct"));
-  EXPECT_EQ(Count("TBL_COUNTRIES"), 402);
 }
 
 TEST_F(DefineDatabaseTest, MissingFieldIsAddedAndRowsKept) {
