@@ -13,18 +13,14 @@
 namespace tavlorin {
 namespace {
 
-std::vector<std::string> FixtureLines(const char* name) {
-  std::vector<std::string> lines;
-  Status s = ReadDefinitionFile(std::string(TAVLORIN_TEST_SOURCE_DIR) + "/fixtures/" + name,
-                                [&lines](std::string_view line) { lines.emplace_back(line); });
-  EXPECT_TRUE(s.ok()) << s.message();
-  return lines;
-}
-
 class CountryTablesTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    parsed_ = ParseCountryLines(FixtureLines("countries_small.txt"));
+    std::vector<std::string> lines;  // comment lines included: the parser skips them
+    ASSERT_TRUE(ReadDefinitionFile(TAVLORIN_TEST_SOURCE_DIR "/fixtures/countries_small.txt",
+                                   [&lines](std::string_view line) { lines.emplace_back(line); })
+                    .ok());
+    parsed_ = ParseCountryLines(lines);
     tables_.Build(parsed_.rows, [this](const std::string& line) { clashes_.push_back(line); });
   }
   ParsedCountries parsed_;
@@ -32,12 +28,17 @@ class CountryTablesTest : public ::testing::Test {
   std::vector<std::string> clashes_;
 };
 
-TEST_F(CountryTablesTest, CountsOnlyThirteenFieldLines) {
+TEST_F(CountryTablesTest, CountsAndClashes) {
   EXPECT_EQ(parsed_.active, 14);
   EXPECT_EQ(parsed_.deleted, 2);
   EXPECT_EQ(tables_.CountryNames().size(), 16u);
   EXPECT_EQ(tables_.CountryNames().front(), "Belarus");
   EXPECT_EQ(tables_.CountryForDxcc(81), "Germany [deleted]");
+  // The first row keeps a clashing prefix; clashes with deleted entities are not logged.
+  EXPECT_EQ(clashes_, (std::vector<std::string>{
+                          "Country prefix EU allocated to DXCC 27 and 54",
+                          "Country prefix EF6 allocated to DXCC 281 and 21",
+                      }));
 }
 
 TEST_F(CountryTablesTest, CallsignLookUps) {
@@ -71,7 +72,7 @@ TEST_F(CountryTablesTest, CallsignLookUps) {
   }
 }
 
-TEST_F(CountryTablesTest, CountryForCallsignReturnsNameAndDxcc) {
+TEST_F(CountryTablesTest, NameAndPrefixLookUps) {
   std::string dxcc;
   EXPECT_EQ(tables_.CountryForCallsign("UA3AB", &dxcc), "European Russia");
   EXPECT_EQ(dxcc, "54") << "\"054\" is stored as the number 54";
@@ -80,20 +81,10 @@ TEST_F(CountryTablesTest, CountryForCallsignReturnsNameAndDxcc) {
   EXPECT_EQ(dxcc, "");
   EXPECT_EQ(tables_.DxccForCountry("Switzerland"), 287u);
   EXPECT_EQ(tables_.DxccForCountry("Atlantis"), 0u);
-}
-
-TEST_F(CountryTablesTest, PrefixLookUpCapitalisesAndPrefersActive) {
-  EXPECT_EQ(tables_.DxccForPrefix("hb"), "287");
-  EXPECT_EQ(tables_.DxccForPrefix("dl"), "230");
+  EXPECT_EQ(tables_.DxccForPrefix("hb"), "287") << "capitalised";
+  EXPECT_EQ(tables_.DxccForPrefix("dl"), "230") << "active before deleted";
   EXPECT_EQ(tables_.DxccForPrefix("9s4"), "210");
   EXPECT_EQ(tables_.DxccForPrefix("HB9"), "") << "exact look-up, no leading match";
-}
-
-TEST_F(CountryTablesTest, ClashesKeepFirstAndAreLoggedForActiveOnly) {
-  EXPECT_EQ(clashes_, (std::vector<std::string>{
-                          "Country prefix EU allocated to DXCC 27 and 54",
-                          "Country prefix EF6 allocated to DXCC 281 and 21",
-                      }));
 }
 
 TEST(CountriesFileTest, LineSplittingAndPrefixNotation) {
@@ -101,33 +92,6 @@ TEST(CountriesFileTest, LineSplittingAndPrefixNotation) {
   EXPECT_EQ(fields, (std::vector<std::string>{"1", "AB", "x,y"}));
   EXPECT_EQ(KeptPrefixes("4J,4K,4K5 > 01-01-94,ER6D < 06-30-93, UF ,"), "4J,4K,4K5,UF");
   EXPECT_EQ(KeptPrefixes(""), "");
-}
-
-TEST(CountriesFileTest, TwelveFieldFileGivesNothing) {
-  ParsedCountries parsed = ParseCountryLines(FixtureLines("countries_12fields.txt"));
-  EXPECT_EQ(parsed.active, 0);
-  EXPECT_EQ(parsed.deleted, 0);
-  EXPECT_TRUE(parsed.rows.empty());
-}
-
-TEST(CountriesFileTest, BuiltInListMatchesItsDescription) {
-  std::vector<std::string> lines;
-  ASSERT_TRUE(
-      ReadDefinitionBody(std::string(TAVLORIN_SOURCE_DATA_DIR) + "/TVR Countries.txt", &lines)
-          .ok());
-  ParsedCountries parsed = ParseCountryLines(lines);
-  EXPECT_EQ(parsed.active, 340);
-  EXPECT_EQ(parsed.deleted, 62);
-  CountryTables tables;
-  tables.Build(parsed.rows);
-  const std::pair<const char*, const char*> cases[] = {
-      {"DL1ABC", "230"}, {"HB9ABC/P", "287"}, {"JA1XYZ", "339"}, {"VK2ABC", "150"},
-      {"W1AW", "291"},   {"G4ABC", "223"},    {"1M4A", "178"},   {"4K5A", "18"},
-      {"VS9KA", "127"},  {"9S4AA", "414"},  // deleted Saar lost 9S to an active entity
-  };
-  for (const auto& [call, dxcc] : cases) {
-    EXPECT_EQ(tables.DxccForCallsign(call), dxcc) << call;
-  }
 }
 
 }  // namespace

@@ -17,27 +17,21 @@ TEST(LocatorTest, CentresOfSquaresAndSubsquares) {
       {"AA00", 179.0, -89.5},                        // the first square
       {"RR99", -179.0, 89.5},                        // the last square
       {"JN46PT", -(8 + 15.5 / 12), 46 + 19.5 / 24},  // "PT": P = 80, T = 84
-      {"IO91WM", -(-180 + 8 * 20 + 18 + 22.5 / 12) * 1, 51 + 12.5 / 24},
-      {"JN\xD8"
-       "6",
-       -1.0, 46.5},  // slashed O (code page 1252) is a zero
-      {"JN4\xD8", -9.0, 40.5},
-      {"JN\xC3\x98"
-       "6",
-       -1.0, 46.5},  // the same typed in UTF-8
+      {"IO91WM", -(-180 + 8 * 20 + 18 + 22.5 / 12), 51 + 12.5 / 24},
+      {"JN\xD8\x36", -1.0, 46.5},      // JNØ6: slashed O (code page 1252) is a zero
+      {"JN4\xD8", -9.0, 40.5},         // JN4Ø
+      {"JN\xC3\x98\x36", -1.0, 46.5},  // JNØ6 typed in UTF-8
+      {"", 0, 0},                      // any other length gives 0, 0
+      {"J", 0, 0},
+      {"JN4", 0, 0},
+      {"JN46P", 0, 0},
+      {"JN46PTX", 0, 0},
+      {"JN46PT12", 0, 0},
   };
   for (const Case& c : cases) {
     GeoPosition p = LocatorToPosition(c.locator);
     EXPECT_NEAR(p.longitude, c.longitude, 1e-9) << c.locator;
     EXPECT_NEAR(p.latitude, c.latitude, 1e-9) << c.locator;
-  }
-}
-
-TEST(LocatorTest, OtherLengthsGiveZeroZero) {
-  for (const char* bad : {"", "J", "JN4", "JN46P", "JN46PTX", "JN46PT12"}) {
-    GeoPosition p = LocatorToPosition(bad);
-    EXPECT_EQ(p.longitude, 0) << bad;
-    EXPECT_EQ(p.latitude, 0) << bad;
   }
 }
 
@@ -47,6 +41,16 @@ TEST(LocatorTest, PositionToLocatorRoundTripsSubsquareCentres) {
     EXPECT_EQ(PositionToLocator(p.longitude, p.latitude), loc);
   }
   EXPECT_EQ(PositionToLocator(-13.4, 52.5), "JO62QM");  // Berlin: 13.4 east
+}
+
+TEST(LocatorTest, Validity) {
+  for (const char* good : {"JN46", "jn46", "JN46PT", "jn46pt", "AA00AA", "RR99XX"}) {
+    EXPECT_TRUE(IsValidLocator(good)) << good;
+  }
+  for (const char* bad : {"", "JN4", "JN46P", "SN46", "JS46", "JNA6", "JN4A", "JN46PY", "JN46YA",
+                          "JN46PT1", "JN\xD8\x36"}) {
+    EXPECT_FALSE(IsValidLocator(bad)) << bad;
+  }
 }
 
 TEST(LocatorTest, BearingAndDistance) {
@@ -80,18 +84,6 @@ TEST(LocatorTest, BearingAndDistance) {
   EXPECT_NEAR(r.kilometres, 930, 15);
   EXPECT_GT(r.bearing, 260);
   EXPECT_LT(r.bearing, 270);
-}
-
-TEST(LocatorTest, Validity) {
-  for (const char* good : {"JN46", "jn46", "JN46PT", "jn46pt", "AA00AA", "RR99XX"}) {
-    EXPECT_TRUE(IsValidLocator(good)) << good;
-  }
-  for (const char* bad :
-       {"", "JN4", "JN46P", "SN46", "JS46", "JNA6", "JN4A", "JN46PY", "JN46YA", "JN46PT1",
-        "JN\xD8"
-        "6"}) {
-    EXPECT_FALSE(IsValidLocator(bad)) << bad;
-  }
 }
 
 }  // namespace

@@ -17,13 +17,7 @@ TEST_F(DefineDatabaseTest, NewFileGetsTablesAndDefaults) {
                 "ORDER BY name"),
             (std::vector<std::string>{"TBL_BANDS", "TBL_COUNTRIES", "TBL_LOGBOOK", "TBL_MODES",
                                       "TBL_QRZ"}));
-  EXPECT_EQ(Count("TBL_BANDS"), 28);
-  EXPECT_EQ(Count("TBL_MODES"), 32);
-  EXPECT_EQ(Count("TBL_COUNTRIES"), 402);
-  EXPECT_EQ(Sql("SELECT count(*) FROM pragma_table_info('TBL_LOGBOOK')")[0], "36");
-  EXPECT_EQ(Sql("SELECT Country, DXCC, Comment FROM TBL_COUNTRIES WHERE DXCC = '210'")[0],
-            "SAAR [deleted]|210|ADIF 2.0");
-
+  EXPECT_EQ(Count("TBL_COUNTRIES"), 402);  // 28 bands, 32 modes: BandsModesAndRadioModes
   const std::vector<std::string> opening = {
       "Database file: " + path_,
       "Database file exists: no",
@@ -61,16 +55,13 @@ TEST_F(DefineDatabaseTest, SecondDefineChangesNothing) {
     EXPECT_EQ(line.find("Added"), std::string::npos) << line;
   }
   EXPECT_TRUE(Logged("Database structure is correct"));
-  EXPECT_EQ(Count("TBL_COUNTRIES"), 402);
-  EXPECT_EQ(db->countries().DxccForCallsign("DL1ABC"), "230");
-  EXPECT_EQ(db->fieldSizes().at("TBL_LOGBOOK::eQSLStatus"), 255);
 }
 
 TEST_F(DefineDatabaseTest, MissingFieldIsAddedAndRowsKept) {
   auto db = MakeDatabase();
   ASSERT_TRUE(db->Define(false));
   for (int i = 0; i < 3; ++i) {
-    auto c = Contact("G" + std::to_string(i) + "ABC", "2024-01-0" + std::to_string(i + 1));
+    auto c = Contact("G" + std::to_string(i) + "ABC", "2024-01-01");
     c.qth = "London";
     c.name = "Op " + std::to_string(i);
     ASSERT_TRUE(db->AddRecord(&c).ok());
@@ -113,8 +104,14 @@ TEST_F(DefineDatabaseTest, CountryLevelChangeRefillsOnce) {
   EXPECT_EQ(Sql("SELECT count(*) FROM TBL_COUNTRIES WHERE Country = 'Edited'")[0], "1");
 }
 
-TEST_F(DefineDatabaseTest, EditedReferenceTablesAreNeverOverwritten) {
+TEST_F(DefineDatabaseTest, TableWithoutIndexGetsItsKeyAndEditedTablesAreKept) {
+  Sql("CREATE TABLE TBL_MODES (PrimaryKey INTEGER, Title VARCHAR(32), ADIF VARCHAR(32), "
+      "Comment VARCHAR(64))");
   ASSERT_TRUE(MakeDatabase()->Define(false));
+  EXPECT_TRUE(Logged("Creating primary key: MODE_PRIMARY_KEY"));
+  EXPECT_FALSE(Logged("Creating primary key: BAND_PRIMARY_KEY"));
+  EXPECT_EQ(Sql("SELECT count(*) FROM pragma_index_list('TBL_MODES') WHERE \"unique\" = 1")[0],
+            "1");
   Sql("DELETE FROM TBL_BANDS WHERE Title <> '20m'; UPDATE TBL_BANDS SET Title = 'Twenty';"
       "DELETE FROM TBL_MODES WHERE Title <> 'CW'");
   ASSERT_TRUE(MakeDatabase()->Define(false));
@@ -122,17 +119,7 @@ TEST_F(DefineDatabaseTest, EditedReferenceTablesAreNeverOverwritten) {
   EXPECT_EQ(Sql("SELECT Title FROM TBL_MODES"), std::vector<std::string>{"CW"});
 }
 
-TEST_F(DefineDatabaseTest, TableWithoutIndexGetsItsPrimaryKey) {
-  Sql("CREATE TABLE TBL_MODES (PrimaryKey INTEGER, Title VARCHAR(32), ADIF VARCHAR(32), "
-      "Comment VARCHAR(64))");
-  ASSERT_TRUE(MakeDatabase()->Define(false));
-  EXPECT_TRUE(Logged("Creating primary key: MODE_PRIMARY_KEY"));
-  EXPECT_EQ(Sql("SELECT count(*) FROM pragma_index_list('TBL_MODES') WHERE \"unique\" = 1")[0],
-            "1");
-  EXPECT_FALSE(Logged("Creating primary key: BAND_PRIMARY_KEY"));
-}
-
-TEST_F(DefineDatabaseTest, BandsReadBackUnsignedAndMatchFrequencies) {
+TEST_F(DefineDatabaseTest, BandsModesAndRadioModes) {
   auto db = MakeDatabase();
   ASSERT_TRUE(db->Define(false));
   EXPECT_EQ(Sql("SELECT MinFreq, MaxFreq FROM TBL_BANDS WHERE Title = '13cm'")[0],
@@ -141,11 +128,9 @@ TEST_F(DefineDatabaseTest, BandsReadBackUnsignedAndMatchFrequencies) {
   std::vector<CBandsRecordSet> bands;
   ASSERT_TRUE(db->Bands(&bands).ok());
   ASSERT_EQ(bands.size(), 28u);
-  EXPECT_EQ(bands.front().title, "2190m");
   EXPECT_EQ(bands[18].title, "13cm");
   EXPECT_EQ(bands[18].minFreq, 2320000000u);
   EXPECT_EQ(bands[18].maxFreq, 2450000000u);
-
   const std::pair<uint32_t, const char*> cases[] = {
       {14070000, "20m"},    {1800000, "160m"}, {2000000, "160m"},      {2400000000u, "13cm"},
       {1296000000, "23cm"}, {0, nullptr},      {2500000000u, nullptr}, {11000000, nullptr},
@@ -153,30 +138,18 @@ TEST_F(DefineDatabaseTest, BandsReadBackUnsignedAndMatchFrequencies) {
   for (const auto& [hertz, title] : cases) {
     std::optional<CBandsRecordSet> band;
     ASSERT_TRUE(db->BandForFrequency(hertz, &band).ok());
-    EXPECT_EQ(band.has_value(), title != nullptr) << hertz;
-    if (band && title) {
-      EXPECT_EQ(band->title, title) << hertz;
-    }
+    EXPECT_EQ(band ? band->title : "", title ? title : "") << hertz;
   }
   std::vector<CModesRecordSet> modes;
   ASSERT_TRUE(db->Modes(&modes).ok());
-  ASSERT_EQ(modes.size(), 32u);
-  EXPECT_EQ(modes.back().adif, "TOR");
-}
-
-TEST_F(DefineDatabaseTest, RadioModeMap) {
-  auto db = MakeDatabase();
-  ASSERT_TRUE(db->Define(false));
-  const std::pair<int, const char*> cases[] = {
-      {1, "LSB"},   {2, "USB"}, {8, "USB"}, {3, "CW"},   {16, "CW"}, {18, "FM"},
-      {6, "FM"},    {5, "AM"},  {17, "AM"}, {13, "FSK"}, {9, "PKT"}, {20, "PSK31"},
-      {11, "RTTY"}, {0, ""},    {12, ""},   {21, ""},
-  };
-  for (const auto& [code, title] : cases) {
+  EXPECT_EQ(modes.size(), 32u);
+  // Every unused code slot writes key 0 (the last row's title), but code 0 means no mode.
+  EXPECT_EQ(BuildRadioModeMap().at(0), "TOR");
+  const std::pair<int, const char*> radio[] = {{1, "LSB"}, {8, "USB"}, {20, "PSK31"},
+                                               {0, ""},    {12, ""},   {21, ""}};
+  for (const auto& [code, title] : radio) {
     EXPECT_EQ(db->ModeForRadioMode(code), title) << code;
   }
-  // Every unused code slot writes key 0, so the last row's title ends up there.
-  EXPECT_EQ(BuildRadioModeMap().at(0), "TOR");
 }
 
 }  // namespace

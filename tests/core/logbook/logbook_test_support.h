@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 #include <stdlib.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -35,12 +36,7 @@ class LogbookTest : public ::testing::Test {
     return db;
   }
   bool Logged(const std::string& line) const {
-    for (const auto& l : log_) {
-      if (l == line) {
-        return true;
-      }
-    }
-    return false;
+    return std::find(log_.begin(), log_.end(), line) != log_.end();
   }
 
   // Runs SQL on path_ and returns the rows, columns joined by "|".
@@ -85,6 +81,17 @@ class LogbookTest : public ::testing::Test {
   std::unique_ptr<Settings> settings_;
   std::string path_;
   std::vector<std::string> log_;
+};
+
+// The same with db_ already defined on path_.
+class DefinedLogbookTest : public LogbookTest {
+ protected:
+  void SetUp() override {
+    LogbookTest::SetUp();
+    db_ = MakeDatabase();
+    ASSERT_TRUE(db_->Define(false));
+  }
+  std::unique_ptr<LogbookDatabase> db_;
 };
 
 }  // namespace tavlorin::testing_support
