@@ -50,5 +50,11 @@ TEST(KenwoodCodecTest, FrequencyAndModeCommandsKeepTheirWidth) {
   EXPECT_EQ(ModeCommand(12), "MD2;");
 }
 
+TEST(KenwoodCodecTest, ACandidateWithAnErrorMarkIsNoAnswer) {
+  EXPECT_FALSE(IsKenwoodAnswer("MDE;", "MD"));
+  EXPECT_FALSE(IsKenwoodAnswer("MDO;", "MD"));
+  EXPECT_TRUE(IsKenwoodAnswer("MD2;", "MD"));
+}
+
 }  // namespace
 }  // namespace tavlorin::kenwood
