@@ -2,15 +2,13 @@
 // transceiver (echoless ASCII, every reply ending in ";", "?;" for what it does not know, set
 // commands answered by silence) or an Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
 //
-// Faults a test can ask for: the next N commands refused with "?;", replies sent late, junk
-// bytes before the next reply, an unasked "IF" status before the next reply, a radio that
-// answers nothing or only noise, a radio that is switched off (answers nothing until "PS1;" after a
-// wake-up).
+// Faults a test can ask for: the next N commands refused with "?;", replies sent late, a radio
+// that answers nothing or only noise.
 //
-// OnBytes runs on the PtyRadio's thread, the setters on the test's thread: one mutex guards
-// the state.
+// OnBytes runs on the PtyRadio's thread, the setters on the test's thread.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <mutex>
@@ -28,48 +26,35 @@ class SimKenwood final : public Simulator {
 
   void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
 
-  void SetFrequencyA(uint32_t hz);
-  uint32_t frequencyA() const;
-  uint32_t frequencyB() const;
-  void SetMode(int mode);
-  int mode() const;
-  void SetMeter(int value);
-  void SetPowered(bool on);
-  bool powered() const;
+  void SetFrequencyA(uint32_t hz) { frequencyA_ = hz; }
+  uint32_t frequencyA() const { return frequencyA_; }
+  int mode() const { return mode_; }
+  void SetMeter(int value) { meter_ = value; }
 
-  void RefuseNext(int count);
-  void SetReplyDelay(std::chrono::milliseconds delay);
-  void JunkBeforeNextReply(std::string junk);
-  void StatusBeforeNextReply();
-  void SetSilent(bool silent);
+  void RefuseNext(int count) { refuse_ = count; }
+  void SetReplyDelay(std::chrono::milliseconds delay) { delay_ = delay; }
+  void SetSilent(bool silent) { silent_ = silent; }
   // Every reply replaced by line noise that still ends in ";".
-  void SetGarbled(bool garbled);
+  void SetGarbled(bool garbled) { garbled_ = garbled; }
   // The complete commands received so far ("FA;", "MD3;").
   std::vector<std::string> commands() const;
 
  private:
-  // The reply to one command ("" = none); called with the mutex held.
+  // The reply to one command ("" = none).
   std::string Answer(const std::string& command);
-  std::string StatusText() const;
 
   const Flavour flavour_;
-  mutable std::mutex mutex_;
+  mutable std::mutex mutex_;  // guards commands_; pending_ is the PtyRadio thread's
   std::string pending_;
   std::vector<std::string> commands_;
-  uint32_t frequencyA_ = 14070000;
-  uint32_t frequencyB_ = 7074000;
-  int mode_ = 2;
-  int meter_ = 5;
-  int vfo_ = 0;
-  bool transmitting_ = false;
-  bool powered_ = true;
-  bool awake_ = false;
-  int refuse_ = 0;
-  std::chrono::milliseconds delay_{0};
-  std::string junk_;
-  bool statusFirst_ = false;
-  bool silent_ = false;
-  bool garbled_ = false;
+  std::atomic<uint32_t> frequencyA_ = 14070000;
+  std::atomic<uint32_t> frequencyB_ = 7074000;
+  std::atomic<int> mode_ = 2;
+  std::atomic<int> meter_ = 5;
+  std::atomic<int> refuse_ = 0;
+  std::atomic<std::chrono::milliseconds> delay_{std::chrono::milliseconds(0)};
+  std::atomic<bool> silent_ = false;
+  std::atomic<bool> garbled_ = false;
 };
 
 }  // namespace tavlorin::testing
