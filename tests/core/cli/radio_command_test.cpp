@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <thread>
+
 #include "link/radio_link.h"
 #include "support/child_process.h"
 #include "support/pty_radio.h"
@@ -113,6 +115,12 @@ TEST(RadioCommand, ReadsAndSetsARadioOnASerialPort) {
   EXPECT_EQ(r.out, "7074000 7.074.000\n") << "VFO B of the simulated radio";
   r = with({"set-mode", "3"});
   EXPECT_EQ(r.exitCode, 0) << r.err;
+  // The command has left the port when set-mode ends; let the simulated radio read it before
+  // the next run purges the line at open (on a pseudo-terminal that purge also drops bytes the
+  // far side has not read yet, which a real cable has long delivered).
+  for (int i = 0; i < 1000 && sim.mode() != 3; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
   r = with({"get-mode"});
   EXPECT_EQ(r.out, "3\n");
   EXPECT_EQ(sim.mode(), 3);
