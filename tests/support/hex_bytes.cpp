@@ -1,22 +1,15 @@
 #include "support/hex_bytes.h"
 
 #include <cstdio>
-#include <cstdlib>
+#include <sstream>
 
 namespace tavlorin::testing {
 
 std::vector<uint8_t> HexVector(std::string_view hex) {
   std::vector<uint8_t> out;
-  std::string token;
-  for (size_t i = 0; i <= hex.size(); ++i) {
-    if (i == hex.size() || hex[i] == ' ') {
-      if (!token.empty()) {
-        out.push_back(static_cast<uint8_t>(std::strtoul(token.c_str(), nullptr, 16)));
-        token.clear();
-      }
-    } else {
-      token += hex[i];
-    }
+  std::istringstream in{std::string(hex)};
+  for (unsigned byte = 0; in >> std::hex >> byte;) {
+    out.push_back(static_cast<uint8_t>(byte));
   }
   return out;
 }
@@ -30,10 +23,7 @@ std::string ToHex(const std::vector<uint8_t>& bytes) {
   std::string text;
   char pair[4];
   for (uint8_t b : bytes) {
-    std::snprintf(pair, sizeof pair, "%02X", b);
-    if (!text.empty()) {
-      text += ' ';
-    }
+    std::snprintf(pair, sizeof pair, text.empty() ? "%02X" : " %02X", b);
     text += pair;
   }
   return text;

@@ -34,17 +34,15 @@ void SimIcom::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
   }
 }
 
-std::vector<uint8_t> SimIcom::FrequencyBytes(uint32_t hz) const {
-  std::vector<uint8_t> out;
-  for (int i = 0; i < options_.frequencyBytes; ++i) {
+std::vector<uint8_t> SimIcom::FrequencyPayload(uint8_t command) const {
+  std::vector<uint8_t> out{command};
+  for (uint32_t hz = frequency_; out.size() < 6; hz /= 100) {
     out.push_back(Bcd(hz % 100));
-    hz /= 100;
   }
   return out;
 }
 
 void SimIcom::Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& out) {
-  ++frames_;
   if (options_.echo) {
     out.push_back({std::string(frame.begin(), frame.end()), std::chrono::milliseconds(0)});
   }
@@ -57,11 +55,8 @@ void SimIcom::Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& o
   }
   out.push_back({reply, std::chrono::milliseconds(1)});
   for (int i = 0; i < options_.broadcastsAfterReply; ++i) {
-    std::vector<uint8_t> payload{0x00};
-    for (uint8_t b : FrequencyBytes(frequency_)) {
-      payload.push_back(b);
-    }
-    out.push_back({Frame(0x00, options_.address, payload), std::chrono::milliseconds(2 + i)});
+    out.push_back(
+        {Frame(0x00, options_.address, FrequencyPayload(0x00)), std::chrono::milliseconds(2 + i)});
   }
 }
 
@@ -72,13 +67,8 @@ std::string SimIcom::Reply(const std::vector<uint8_t>& p) {
   switch (p[0]) {
     case 0x19:
       return Frame(kController, me, {0x19, 0x00, me});
-    case 0x03: {
-      std::vector<uint8_t> payload{0x03};
-      for (uint8_t b : FrequencyBytes(frequency_)) {
-        payload.push_back(b);
-      }
-      return Frame(kController, me, payload);
-    }
+    case 0x03:
+      return Frame(kController, me, FrequencyPayload(0x03));
     case 0x04:
       return Frame(kController, me, {0x04, mode_, filter_});
     case 0x15:
@@ -118,46 +108,6 @@ std::string SimIcom::Reply(const std::vector<uint8_t>& p) {
   }
   sets_.push_back(p);
   return ack;
-}
-
-void SimIcom::SetFrequency(uint32_t hz) {
-  std::lock_guard lock(mutex_);
-  frequency_ = hz;
-}
-
-uint32_t SimIcom::frequency() const {
-  std::lock_guard lock(mutex_);
-  return frequency_;
-}
-
-uint8_t SimIcom::mode() const {
-  std::lock_guard lock(mutex_);
-  return mode_;
-}
-
-uint8_t SimIcom::filter() const {
-  std::lock_guard lock(mutex_);
-  return filter_;
-}
-
-void SimIcom::SetSMeter(uint32_t level) {
-  std::lock_guard lock(mutex_);
-  sMeter_ = level;
-}
-
-void SimIcom::SetValue(std::vector<uint8_t> command, std::vector<uint8_t> data) {
-  std::lock_guard lock(mutex_);
-  values_[std::move(command)] = std::move(data);
-}
-
-std::vector<std::vector<uint8_t>> SimIcom::sets() const {
-  std::lock_guard lock(mutex_);
-  return sets_;
-}
-
-int SimIcom::framesSeen() const {
-  std::lock_guard lock(mutex_);
-  return frames_;
 }
 
 }  // namespace tavlorin::testing

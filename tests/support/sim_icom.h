@@ -1,8 +1,8 @@
 // SimIcom: a simulated ICOM radio for PtyRadio: answers CI-V frames the way the radios do.
 //
 // It keeps a frequency, a mode and filter, an S-meter level and a table of read values, answers
-// 19 00, 03, 04, 05, 06, 15 02 and any command of its value table, and acknowledges sets.
-// Options pick the behaviour of real set-ups:
+// 19 00, 03, 04, 05, 06, 15 02 (five frequency bytes) and any command of its value table, and
+// acknowledges sets. Options pick the behaviour of real set-ups:
 //  - echo: every frame the computer sends comes back first (a CI-V bus, or a radio with its
 //    USB echo on); without it only replies arrive (most radios on a USB cable);
 //  - broadcastsAfterReply: after each reply the radio sends that many transceive frequency
@@ -20,7 +20,7 @@
 #include <string>
 #include <vector>
 
-#include "support/pty_radio.h"
+#include "support/sim_line_radios.h"
 
 namespace tavlorin::testing {
 
@@ -30,25 +30,25 @@ struct SimIcomOptions {
   int broadcastsAfterReply = 0;
   bool refuseSets = false;
   bool silent = false;
-  int frequencyBytes = 5;  // 4 for the IC-735
 };
 
-class SimIcom : public Simulator {
+class SimIcom : public Simulator, protected SimulatorState {
  public:
   explicit SimIcom(SimIcomOptions options) : options_(options) {}
 
   void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
 
-  void SetFrequency(uint32_t hz);
-  uint32_t frequency() const;
-  uint8_t mode() const;
-  uint8_t filter() const;
-  void SetSMeter(uint32_t level);
+  uint32_t frequency() const { return Read(frequency_); }
+  uint8_t mode() const { return Read(mode_); }
+  uint8_t filter() const { return Read(filter_); }
+  void SetSMeter(uint32_t level) { Write(sMeter_, level); }
   // A value table entry: the reply data (BCD bytes) to a command given as its payload bytes.
-  void SetValue(std::vector<uint8_t> command, std::vector<uint8_t> data);
+  void SetValue(std::vector<uint8_t> command, std::vector<uint8_t> data) {
+    std::lock_guard lock(mutex_);
+    values_[std::move(command)] = std::move(data);
+  }
   // The payloads of every set command the radio accepted, in order.
-  std::vector<std::vector<uint8_t>> sets() const;
-  int framesSeen() const;
+  std::vector<std::vector<uint8_t>> sets() const { return Read(sets_); }
 
   // A whole frame from the radio: FE FE to from payload FD.
   static std::string Frame(uint8_t to, uint8_t from, const std::vector<uint8_t>& payload);
@@ -56,10 +56,9 @@ class SimIcom : public Simulator {
  private:
   void Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& out);
   std::string Reply(const std::vector<uint8_t>& payload);
-  std::vector<uint8_t> FrequencyBytes(uint32_t hz) const;
+  std::vector<uint8_t> FrequencyPayload(uint8_t command) const;
 
   SimIcomOptions options_;
-  mutable std::mutex mutex_;
   std::vector<uint8_t> pending_;
   uint32_t frequency_ = 14070000;
   uint8_t mode_ = 0x01;
@@ -67,7 +66,6 @@ class SimIcom : public Simulator {
   uint32_t sMeter_ = 120;
   std::map<std::vector<uint8_t>, std::vector<uint8_t>> values_;
   std::vector<std::vector<uint8_t>> sets_;
-  int frames_ = 0;
 };
 
 }  // namespace tavlorin::testing

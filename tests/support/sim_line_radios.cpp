@@ -4,79 +4,55 @@
 #include <cstdlib>
 
 namespace tavlorin::testing {
-namespace {
 
-// Takes the complete lines (ended by `end`) out of `pending`.
-std::vector<std::string> Lines(std::string& pending, std::string_view bytes, char end) {
-  pending.append(bytes);
-  std::vector<std::string> lines;
-  size_t at;
-  while ((at = pending.find(end)) != std::string::npos) {
-    std::string line = pending.substr(0, at);
-    pending.erase(0, at + 1);
-    while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) {
-      line.pop_back();
-    }
-    lines.push_back(line);
-  }
-  return lines;
+ConnectParams PtyParams(int company, const std::string& model, const PtyRadio& pty,
+                        const std::string& speed) {
+  ConnectParams p;
+  p.company = company;
+  p.model = model;
+  p.port = pty.path();
+  p.speed = speed;
+  return p;
 }
 
-}  // namespace
+LockedLineSimulator::LockedLineSimulator(char end)
+    : LineSimulator(end, [this](const std::string& text) {
+        std::string line = text;
+        while (!line.empty() && (line.back() == '\r' || line.back() == '\n')) {
+          line.pop_back();
+        }
+        std::lock_guard lock(mutex_);
+        return Answer(line);
+      }) {}
 
-SimOrion::SimOrion() {
+SimOrion::SimOrion() : LockedLineSimulator('\r') {
   table_ = {{"A", "00D6B0F0"}, {"B", "006BBA20"},      {"RMM", "0"},  {"S", "RM24S0"},
             {"RMF", "2400"},   {"V", "Version 2.062"}, {"RMP", "-50"}};
 }
 
-void SimOrion::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
-  std::lock_guard lock(mutex_);
-  for (const std::string& line : Lines(pending_, bytes, '\r')) {
-    if (line.size() < 2) {
-      continue;
-    }
-    const std::string body = line.substr(1);
-    if (line[0] == '?') {
-      auto it = table_.find(body);
-      if (it != table_.end()) {
-        out.push_back({"@" + body + it->second + "\r", std::chrono::milliseconds(1)});
-      }
-    } else if (line[0] == '*') {
-      // The longest known command that starts the line takes the rest as its value.
-      for (size_t n = body.size(); n > 0; --n) {
-        auto it = table_.find(body.substr(0, n));
-        if (it != table_.end()) {
-          it->second = body.substr(n);
-          break;
-        }
-      }
+std::string SimOrion::Answer(const std::string& line) {
+  const std::string body = line.size() < 2 ? "" : line.substr(1);
+  if (line[0] == '?') {
+    auto it = table_.find(body);
+    return it == table_.end() ? "" : "@" + body + it->second + "\r";
+  }
+  // The longest known command that starts a set takes the rest as its value.
+  for (size_t n = body.size(); line[0] == '*' && n > 0; --n) {
+    if (auto it = table_.find(body.substr(0, n)); it != table_.end()) {
+      it->second = body.substr(n);
+      break;
     }
   }
+  return {};
 }
 
-std::string SimOrion::Get(const std::string& key) const {
-  std::lock_guard lock(mutex_);
-  auto it = table_.find(key);
-  return it == table_.end() ? "" : it->second;
+std::string SimPcr1000::Answer(const std::string& line) {
+  commands_.push_back(line);
+  const std::string reply = Reply(line);
+  return reply.empty() ? "" : reply + "\r\n";
 }
 
-void SimOrion::Set(const std::string& key, const std::string& value) {
-  std::lock_guard lock(mutex_);
-  table_[key] = value;
-}
-
-void SimPcr1000::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
-  std::lock_guard lock(mutex_);
-  for (const std::string& line : Lines(pending_, bytes, '\n')) {
-    commands_.push_back(line);
-    std::string reply = Answer(line);
-    if (!reply.empty()) {
-      out.push_back({reply + "\r\n", std::chrono::milliseconds(1)});
-    }
-  }
-}
-
-std::string SimPcr1000::Answer(const std::string& c) {
+std::string SimPcr1000::Reply(const std::string& c) {
   if (c == "H1?") {
     return powered_ ? "H101" : "H100";
   }
@@ -106,60 +82,23 @@ std::string SimPcr1000::Answer(const std::string& c) {
   return "G001";
 }
 
-std::string SimPcr1000::lastTuning() const {
-  std::lock_guard lock(mutex_);
-  return tuning_;
-}
-
-bool SimPcr1000::powered() const {
-  std::lock_guard lock(mutex_);
-  return powered_;
-}
-
-std::vector<std::string> SimPcr1000::commands() const {
-  std::lock_guard lock(mutex_);
-  return commands_;
-}
-
-void SimPcr1000::SetLevel(int level) {
-  std::lock_guard lock(mutex_);
-  level_ = level;
-}
-
-void SimNrd535::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
-  std::lock_guard lock(mutex_);
-  for (const std::string& line : Lines(pending_, bytes, '\r')) {
-    if (line == "H1") {
-      remote_ = true;
-    } else if (!remote_) {
-      continue;  // under local control the receiver ignores the computer
-    } else if (line == "I1") {
-      char text[32];
-      std::snprintf(text, sizeof text, "IF%08uD%dB1G1\r", frequency_, mode_);
-      out.push_back({text, std::chrono::milliseconds(1)});
-    } else if (line == "Y1") {
-      out.push_back({"S" + std::to_string(level_) + "\r", std::chrono::milliseconds(1)});
-    } else if (line.size() == 9 && line[0] == 'F') {
-      frequency_ = static_cast<uint32_t>(std::strtoul(line.c_str() + 1, nullptr, 10));
-    } else if (line.size() == 2 && line[0] == 'D') {
-      mode_ = line[1] - '0';
-    }
+std::string SimNrd535::Answer(const std::string& line) {
+  if (line == "H1") {
+    remote_ = true;
+  } else if (!remote_) {
+    return {};  // under local control the receiver ignores the computer
+  } else if (line == "I1") {
+    char text[32];
+    std::snprintf(text, sizeof text, "IF%08uD%dB1G1\r", frequency_, mode_);
+    return text;
+  } else if (line == "Y1") {
+    return "S" + std::to_string(level_) + "\r";
+  } else if (line.size() == 9 && line[0] == 'F') {
+    frequency_ = static_cast<uint32_t>(std::strtoul(line.c_str() + 1, nullptr, 10));
+  } else if (line.size() == 2 && line[0] == 'D') {
+    mode_ = line[1] - '0';
   }
-}
-
-uint32_t SimNrd535::frequency() const {
-  std::lock_guard lock(mutex_);
-  return frequency_;
-}
-
-bool SimNrd535::remote() const {
-  std::lock_guard lock(mutex_);
-  return remote_;
-}
-
-void SimNrd535::SetLevel(int level) {
-  std::lock_guard lock(mutex_);
-  level_ = level;
+  return {};
 }
 
 }  // namespace tavlorin::testing

@@ -1,4 +1,6 @@
-// Simulated line-command radios for PtyRadio: a Ten-Tec Orion, a PCR-1000 and an NRD-535.
+// Simulated line-command radios for PtyRadio: a Ten-Tec Orion, a PCR-1000 and an NRD-535; the
+// lock every simulator here and in sim_icom.h and sim_yaesu.h shares with its test; and the
+// connection parameters that reach a simulated radio.
 //
 // SimOrion answers "?X" with "@X" + value from its table ("?A" -> "@A00D6B3F0") and takes
 // "*X" + value into it; "?V" answers the version; an unknown query gets no answer.
@@ -15,52 +17,79 @@
 #include <string>
 #include <vector>
 
+#include "radio/cat_radio.h"
 #include "support/pty_radio.h"
 
 namespace tavlorin::testing {
 
-class SimOrion : public Simulator {
+// What CatRadio::Connect needs to reach the simulated radio behind `pty`.
+ConnectParams PtyParams(int company, const std::string& model, const PtyRadio& pty,
+                        const std::string& speed);
+
+// The state a simulator shares between the pty thread and the test, behind one mutex.
+class SimulatorState {
+ protected:
+  template <class T>
+  T Read(const T& field) const {
+    std::lock_guard lock(mutex_);
+    return field;
+  }
+  template <class T>
+  void Write(T& field, T value) {
+    std::lock_guard lock(mutex_);
+    field = std::move(value);
+  }
+  mutable std::mutex mutex_;
+};
+
+// A line simulator that answers each line, its line end taken off, under the state's lock.
+class LockedLineSimulator : public LineSimulator, protected SimulatorState {
+ protected:
+  explicit LockedLineSimulator(char end);
+  virtual std::string Answer(const std::string& line) = 0;
+};
+
+class SimOrion : public LockedLineSimulator {
  public:
   SimOrion();
-  void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
-  std::string Get(const std::string& key) const;
-  void Set(const std::string& key, const std::string& value);
+  std::string Get(const std::string& key) const { return Read(table_)[key]; }
+  void Set(const std::string& key, const std::string& value) {
+    std::lock_guard lock(mutex_);
+    table_[key] = value;
+  }
 
  private:
-  mutable std::mutex mutex_;
-  std::string pending_;
+  std::string Answer(const std::string& line) override;
   std::map<std::string, std::string> table_;
 };
 
-class SimPcr1000 : public Simulator {
+class SimPcr1000 : public LockedLineSimulator {
  public:
-  void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
-  std::string lastTuning() const;
-  bool powered() const;
-  std::vector<std::string> commands() const;
-  void SetLevel(int level);
+  SimPcr1000() : LockedLineSimulator('\n') {}
+  std::string lastTuning() const { return Read(tuning_); }
+  bool powered() const { return Read(powered_); }
+  std::vector<std::string> commands() const { return Read(commands_); }
+  void SetLevel(int level) { Write(level_, level); }
 
  private:
-  std::string Answer(const std::string& command);
+  std::string Answer(const std::string& line) override;
+  std::string Reply(const std::string& command);
 
-  mutable std::mutex mutex_;
-  std::string pending_;
   bool powered_ = false;
   std::string tuning_;
   std::vector<std::string> commands_;
   int level_ = 0x40;
 };
 
-class SimNrd535 : public Simulator {
+class SimNrd535 : public LockedLineSimulator {
  public:
-  void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
-  uint32_t frequency() const;
-  bool remote() const;
-  void SetLevel(int level);
+  SimNrd535() : LockedLineSimulator('\r') {}
+  bool remote() const { return Read(remote_); }
+  void SetLevel(int level) { Write(level_, level); }
 
  private:
-  mutable std::mutex mutex_;
-  std::string pending_;
+  std::string Answer(const std::string& line) override;
+
   bool remote_ = false;
   uint32_t frequency_ = 9650000;
   int mode_ = 4;

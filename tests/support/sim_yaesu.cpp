@@ -56,30 +56,17 @@ std::string SimYaesu::Answer(const std::array<uint8_t, 5>& c) {
     }
     return result;
   }
-  switch (op) {
-    case 0x00:
-      catOn_ = true;
-      return {};
-    case 0x80:
-      catOn_ = false;
-      return {};
-    case 0xE7:
-      return std::string(1, static_cast<char>(sMeter_));
-    case 0xF7:
-      return std::string(1, '\x03');
-    default:
-      break;
+  if (op == 0x00) {
+    catOn_ = true;
+    return {};
+  }
+  if (op == 0xE7) {
+    return std::string(1, static_cast<char>(sMeter_));
   }
   if (!ft847) {
     switch (op) {
       case 0x81:
         std::swap(frequency_[0], otherVfo_);
-        return {};
-      case 0x0F:
-        powered_ = true;
-        return {};
-      case 0x8F:
-        powered_ = false;
         return {};
       case 0xBB: {
         const uint16_t a = static_cast<uint16_t>(c[0] << 8 | c[1]);
@@ -97,47 +84,6 @@ std::string SimYaesu::Answer(const std::array<uint8_t, 5>& c) {
   }
   ++ignored_;  // a command the radio does not know: silence
   return {};
-}
-
-uint32_t SimYaesu::frequency(int slot) const {
-  std::lock_guard lock(mutex_);
-  return frequency_[static_cast<size_t>(slot)];
-}
-
-void SimYaesu::SetFrequency(int slot, uint32_t hz) {
-  std::lock_guard lock(mutex_);
-  frequency_[static_cast<size_t>(slot)] = hz;
-}
-
-uint8_t SimYaesu::mode(int slot) const {
-  std::lock_guard lock(mutex_);
-  return mode_[static_cast<size_t>(slot)];
-}
-
-void SimYaesu::SetSMeter(uint8_t level) {
-  std::lock_guard lock(mutex_);
-  sMeter_ = level;
-}
-
-uint8_t SimYaesu::Memory(uint16_t address) const {
-  std::lock_guard lock(mutex_);
-  auto it = memory_.find(address);
-  return it == memory_.end() ? 0 : it->second;
-}
-
-void SimYaesu::SetMemory(uint16_t address, uint8_t value) {
-  std::lock_guard lock(mutex_);
-  memory_[address] = value;
-}
-
-bool SimYaesu::powered() const {
-  std::lock_guard lock(mutex_);
-  return powered_;
-}
-
-int SimYaesu::ignored() const {
-  std::lock_guard lock(mutex_);
-  return ignored_;
 }
 
 }  // namespace tavlorin::testing

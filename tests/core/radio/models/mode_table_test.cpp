@@ -26,14 +26,12 @@ TEST(ModeTableTest, TwentyOneNumberedUniqueNames) {
 }
 
 TEST(ModeTableTest, NumbersTheLogbookRelies) {
-  EXPECT_EQ(ModeName(1), "LSB");
-  EXPECT_EQ(ModeName(2), "USB");
-  EXPECT_EQ(ModeName(3), "CW");
-  EXPECT_EQ(ModeName(5), "AM");
-  EXPECT_EQ(ModeName(9), "PKT");
-  EXPECT_EQ(ModeName(10), "RTTY");
-  EXPECT_EQ(ModeName(13), "FSK");
-  EXPECT_EQ(ModeName(19), "PSK31");
+  const std::pair<int, std::string_view> fixed[] = {{1, "LSB"},  {2, "USB"},   {3, "CW"},
+                                                    {5, "AM"},   {9, "PKT"},   {10, "RTTY"},
+                                                    {13, "FSK"}, {19, "PSK31"}};
+  for (auto [number, name] : fixed) {
+    EXPECT_EQ(ModeName(number), name);
+  }
 }
 
 TEST(ModeTableTest, FamilyCodesRoundTrip) {

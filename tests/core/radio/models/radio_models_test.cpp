@@ -12,47 +12,33 @@ namespace {
 
 using Speeds = std::vector<std::string>;
 
-// The speed list and default each model must offer, by company and model.
-std::pair<Speeds, std::string> ExpectedSpeeds(const RadioModel& m) {
-  static const std::set<std::string> kenwood4800 = {"TS-50S",  "TS-60S",  "TS-140S", "TS-450S",
-                                                    "TS-680S", "TS-690S", "TS-790",  "TS-850",
-                                                    "TS-940S", "TS-950",  "R-5000"};
-  switch (m.manufacturer) {
-    case kIcom:
-      return {{"300", "1200", "4800", "9600", "19200"}, "19200"};
-    case kElecraft:
-      return {{"4800"}, "4800"};
-    case kKenwood:
-      if (kenwood4800.count(m.name) != 0) {
-        return {{"4800"}, "4800"};
-      }
-      if (m.name == "TS-480") {
-        return {{"9600", "19200", "38400", "57600", "115200"}, "115200"};
-      }
-      return {{"4800", "9600", "19200", "38400", "57600"}, "57600"};
-    case kYaesu:
-      if (m.name == "FT-847") {
-        return {{"4800", "9600", "57600"}, "57600"};
-      }
-      if (m.name == "FT-100" || m.name == "FT-1000MP MkV") {
-        return {{"4800"}, "4800"};
-      }
-      return {{"4800", "9600", "38400"}, "38400"};
-    case kTenTec:
-      return {{"1200", "57600"}, "57600"};
-    case kDemonstration:
-      return {{"57600"}, "57600"};
-    case kGeneral:
-      if (m.name == "PCR-1000") {
-        return {{"9600"}, "9600"};
-      }
-      return {{"300", "1200", "4800", "9600", "19200", "38400"}, "38400"};
-    case kNrd535:
-      return {{"4800"}, "4800"};
-    default:
-      return {};
-  }
-}
+// The speed list and default each model must offer: the first rule of its family that names it
+// (or names no model) applies.
+struct SpeedRule {
+  int family;
+  std::set<std::string> models;
+  Speeds speeds;
+  std::string selected;
+};
+const SpeedRule kSpeedRules[] = {
+    {kIcom, {}, {"300", "1200", "4800", "9600", "19200"}, "19200"},
+    {kElecraft, {}, {"4800"}, "4800"},
+    {kKenwood,
+     {"TS-50S", "TS-60S", "TS-140S", "TS-450S", "TS-680S", "TS-690S", "TS-790", "TS-850", "TS-940S",
+      "TS-950", "R-5000"},
+     {"4800"},
+     "4800"},
+    {kKenwood, {"TS-480"}, {"9600", "19200", "38400", "57600", "115200"}, "115200"},
+    {kKenwood, {}, {"4800", "9600", "19200", "38400", "57600"}, "57600"},
+    {kYaesu, {"FT-847"}, {"4800", "9600", "57600"}, "57600"},
+    {kYaesu, {"FT-100", "FT-1000MP MkV"}, {"4800"}, "4800"},
+    {kYaesu, {}, {"4800", "9600", "38400"}, "38400"},
+    {kTenTec, {}, {"1200", "57600"}, "57600"},
+    {kDemonstration, {}, {"57600"}, "57600"},
+    {kGeneral, {"PCR-1000"}, {"9600"}, "9600"},
+    {kGeneral, {}, {"300", "1200", "4800", "9600", "19200", "38400"}, "38400"},
+    {kNrd535, {}, {"4800"}, "4800"},
+};
 
 TEST(RadioModelsTest, EveryShippedModelOffersItsCompanysSpeeds) {
   ASSERT_GT(AllRadioModels().size(), 50u) << "the definitions file was not found or not read";
@@ -60,9 +46,15 @@ TEST(RadioModelsTest, EveryShippedModelOffersItsCompanysSpeeds) {
   for (const RadioModel& m : AllRadioModels()) {
     SCOPED_TRACE(m.name);
     EXPECT_TRUE(names.insert(m.name).second) << "listed twice";
-    auto [speeds, selected] = ExpectedSpeeds(m);
-    EXPECT_EQ(m.speeds, speeds);
-    EXPECT_EQ(m.defaultSpeed, selected);
+    const SpeedRule* rule = nullptr;
+    for (const SpeedRule& r : kSpeedRules) {
+      if (!rule && r.family == m.manufacturer && (r.models.empty() || r.models.count(m.name))) {
+        rule = &r;
+      }
+    }
+    ASSERT_NE(rule, nullptr) << "no such family";
+    EXPECT_EQ(m.speeds, rule->speeds);
+    EXPECT_EQ(m.defaultSpeed, rule->selected);
     if (!m.commandSet.empty()) {
       const RadioModel* lender = FindRadioModel(m.commandSet);
       ASSERT_NE(lender, nullptr) << "borrows from an unknown model";
@@ -72,62 +64,39 @@ TEST(RadioModelsTest, EveryShippedModelOffersItsCompanysSpeeds) {
 }
 
 TEST(RadioModelsTest, RequiredModelsAndTheirFamilies) {
-  struct Case {
-    const char* name;
-    const char* company;
+  const std::string demo = "\xC2\xAE Dem-o-Matic \xC2\xAE";
+  const struct {
+    std::string company;
     int family;
-    const char* address;
-  } cases[] = {
-      {"IC-735", "ICOM", kIcom, "04"},
-      {"IC-706", "ICOM", kIcom, "48"},
-      {"IC-706MkII", "ICOM", kIcom, "4E"},
-      {"IC-746", "ICOM", kIcom, "56"},
-      {"IC-706MkIIG", "ICOM", kIcom, "58"},
-      {"IC-756Pro", "ICOM", kIcom, "5C"},
-      {"IC-718", "ICOM", kIcom, "5E"},
-      {"IC-756ProII", "ICOM", kIcom, "64"},
-      {"IC-746Pro", "ICOM", kIcom, "66"},
-      {"IC-7400", "ICOM", kIcom, "66"},
-      {"IC-703", "ICOM", kIcom, "68"},
-      {"IC-7800", "ICOM", kIcom, "6A"},
-      {"IC-756ProIII", "ICOM", kIcom, "6E"},
-      {"IC-7300", "ICOM", kIcom, "94"},
-      {"IC-705", "ICOM", kIcom, "A4"},
-      {"IC-9700", "ICOM", kIcom, "A2"},
-      {"IC-7610", "ICOM", kIcom, "98"},
-      {"IC-R8500", "ICOM", kIcom, "4A"},
-      {"PCR-1000", "ICOM", kGeneral, ""},
-      {"TS-2000", "Kenwood", kKenwood, ""},
-      {"TS-480", "Kenwood", kKenwood, ""},
-      {"TS-570", "Kenwood", kKenwood, ""},
-      {"TS-870", "Kenwood", kKenwood, ""},
-      {"TS-850", "Kenwood", kKenwood, ""},
-      {"TS-440S", "Kenwood", kKenwood, ""},
-      {"K2", "Elecraft", kElecraft, ""},
-      {"K3", "Elecraft", kElecraft, ""},
-      {"FT-100", "Yaesu", kYaesu, ""},
-      {"FT-600", "Yaesu", kYaesu, ""},
-      {"FT-817", "Yaesu", kYaesu, ""},
-      {"FT-847", "Yaesu", kYaesu, ""},
-      {"FT-900", "Yaesu", kYaesu, ""},
-      {"FT-920", "Yaesu", kYaesu, ""},
-      {"FT-990", "Yaesu", kYaesu, ""},
-      {"FT-1000D", "Yaesu", kYaesu, ""},
-      {"FT-1000MP MkV", "Yaesu", kYaesu, ""},
-      {"Orion", "Ten-Tec", kTenTec, ""},
-      {"Argonaut", "Ten-Tec", kTenTec, ""},
-      {"NRD-535", "General", kNrd535, ""},
-      {"Orion: Demo", "\xC2\xAE Dem-o-Matic \xC2\xAE", kDemonstration, ""},
-      {"K2: Demo", "\xC2\xAE Dem-o-Matic \xC2\xAE", kDemonstration, ""},
-      {"TS-2000: Demo", "\xC2\xAE Dem-o-Matic \xC2\xAE", kDemonstration, ""},
+    std::vector<std::string> models;  // "name" or "name:CI-V address"
+  } groups[] = {
+      {"ICOM",
+       kIcom,
+       {"IC-735:04", "IC-706:48", "IC-706MkII:4E", "IC-746:56", "IC-706MkIIG:58", "IC-756Pro:5C",
+        "IC-718:5E", "IC-756ProII:64", "IC-746Pro:66", "IC-7400:66", "IC-703:68", "IC-7800:6A",
+        "IC-756ProIII:6E", "IC-7300:94", "IC-705:A4", "IC-9700:A2", "IC-7610:98", "IC-R8500:4A"}},
+      {"ICOM", kGeneral, {"PCR-1000"}},
+      {"Kenwood", kKenwood, {"TS-2000", "TS-480", "TS-570", "TS-870", "TS-850", "TS-440S"}},
+      {"Elecraft", kElecraft, {"K2", "K3"}},
+      {"Yaesu",
+       kYaesu,
+       {"FT-100", "FT-600", "FT-817", "FT-847", "FT-900", "FT-920", "FT-990", "FT-1000D",
+        "FT-1000MP MkV"}},
+      {"Ten-Tec", kTenTec, {"Orion", "Argonaut"}},
+      {"General", kNrd535, {"NRD-535"}},
+      {demo, kDemonstration, {"Orion: Demo", "K2: Demo", "TS-2000: Demo"}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    const RadioModel* m = FindRadioModel(c.name);
-    ASSERT_NE(m, nullptr);
-    EXPECT_EQ(m->company, c.company);
-    EXPECT_EQ(m->manufacturer, c.family);
-    EXPECT_EQ(m->civAddress, c.address);
+  for (const auto& g : groups) {
+    for (const std::string& entry : g.models) {
+      SCOPED_TRACE(entry);
+      const size_t colon = entry.find(':');
+      const bool hasAddress = g.family == kIcom;
+      const RadioModel* m = FindRadioModel(hasAddress ? entry.substr(0, colon) : entry);
+      ASSERT_NE(m, nullptr);
+      EXPECT_EQ(m->company, g.company);
+      EXPECT_EQ(m->manufacturer, g.family);
+      EXPECT_EQ(m->civAddress, hasAddress ? entry.substr(colon + 1) : "");
+    }
   }
   EXPECT_EQ(FindRadioModel("IC-735")->civFrequencyBytes, 4);
   EXPECT_EQ(FindRadioModel("IC-7300")->civFrequencyBytes, 5);

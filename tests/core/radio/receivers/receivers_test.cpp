@@ -9,6 +9,7 @@
 namespace tavlorin {
 namespace {
 
+using testing::PtyParams;
 using testing::PtyRadio;
 using testing::SimNrd535;
 using testing::SimPcr1000;
@@ -24,13 +25,8 @@ class Pcr1000PtyTest : public ::testing::Test {
   void TearDown() override { DebugLog::SetObserver(nullptr); }
 
   int Connect(std::string* message) {
-    ConnectParams p;
-    p.company = kGeneral;
-    p.model = "PCR-1000";
-    p.port = pty_.path();
-    p.speed = "9600";
     std::string id;
-    return radio_.Connect(p, &id, message);
+    return radio_.Connect(PtyParams(kGeneral, "PCR-1000", pty_, "9600"), &id, message);
   }
   bool Logged(const std::string& line) {
     std::lock_guard lock(mutex_);
@@ -44,7 +40,7 @@ class Pcr1000PtyTest : public ::testing::Test {
   std::vector<std::string> log_;
 };
 
-TEST_F(Pcr1000PtyTest, StartUpPowersOnSpeedsUpAndTunes) {
+TEST_F(Pcr1000PtyTest, StartUpPowersOnSpeedsUpTunesAndReads) {
   std::string message;
   ASSERT_EQ(Connect(&message), 1) << message;
   EXPECT_TRUE(radio_.isPcr1000);
@@ -60,11 +56,8 @@ TEST_F(Pcr1000PtyTest, StartUpPowersOnSpeedsUpAndTunes) {
             "0");
   EXPECT_TRUE(Logged("Send PCR-1000 H101"));
   EXPECT_TRUE(Logged("Read PCR-1000 H101"));
-}
 
-TEST_F(Pcr1000PtyTest, TuningModeAndFilterTravelTogether) {
-  std::string message;
-  ASSERT_EQ(Connect(&message), 1) << message;
+  // Tuning, mode and filter travel together.
   EXPECT_EQ(radio_.SetFrequency(0, 145500000), 1);
   EXPECT_EQ(sim_.lastTuning(),
             "K0014550000001000"
@@ -130,13 +123,8 @@ TEST(Nrd535PtyTest, TakesRemoteControlTunesAndReads) {
   SimNrd535 sim;
   PtyRadio pty(sim);
   CatRadio radio;
-  ConnectParams p;
-  p.company = kNrd535;
-  p.model = "NRD-535";
-  p.port = pty.path();
-  p.speed = "4800";
   std::string id, message;
-  ASSERT_EQ(radio.Connect(p, &id, &message), 1) << message;
+  ASSERT_EQ(radio.Connect(PtyParams(kNrd535, "NRD-535", pty, "4800"), &id, &message), 1) << message;
   EXPECT_TRUE(sim.remote());
   EXPECT_EQ(message, "Frequency = 9.650.000");
   EXPECT_EQ(radio.SetFrequency(0, 6070000), 1);

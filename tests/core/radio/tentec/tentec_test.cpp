@@ -9,6 +9,7 @@
 namespace tavlorin {
 namespace {
 
+using testing::PtyParams;
 using testing::PtyRadio;
 using testing::SimOrion;
 
@@ -44,13 +45,8 @@ TEST(TenTecPtyTest, OrionConnectsTunesAndReads) {
   SimOrion sim;
   PtyRadio pty(sim);
   CatRadio radio;
-  ConnectParams p;
-  p.company = kTenTec;
-  p.model = "Orion";
-  p.port = pty.path();
-  p.speed = "57600";
   std::string id, message;
-  ASSERT_EQ(radio.Connect(p, &id, &message), 1) << message;
+  ASSERT_EQ(radio.Connect(PtyParams(kTenTec, "Orion", pty, "57600"), &id, &message), 1) << message;
   EXPECT_EQ(message, "Frequency = 14.070.000");
   EXPECT_NE(pty.Received().find("?V\r"), std::string::npos);  // woken before the read
 
@@ -79,13 +75,8 @@ TEST(TenTecPtyTest, SilentOrGarbledRadioFailsCleanly) {
   sim.Set("A", "XYZ");
   PtyRadio pty(sim);
   CatRadio radio;
-  ConnectParams p;
-  p.company = kTenTec;
-  p.model = "Orion";
-  p.port = pty.path();
-  p.speed = "57600";
   std::string id, message;
-  EXPECT_EQ(radio.Connect(p, &id, &message), 0);
+  EXPECT_EQ(radio.Connect(PtyParams(kTenTec, "Orion", pty, "57600"), &id, &message), 0);
   EXPECT_EQ(message, "Failed to read frequency");
   pty.Hangup();
   Frequency hz = 9;

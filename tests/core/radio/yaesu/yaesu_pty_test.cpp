@@ -17,13 +17,8 @@ class YaesuPtyTest : public ::testing::Test {
   int Connect(SimYaesuModel model, const char* name, bool acknowledgeSets, std::string* message) {
     sim_ = std::make_unique<SimYaesu>(model, acknowledgeSets);
     pty_ = std::make_unique<PtyRadio>(*sim_);
-    ConnectParams p;
-    p.company = kYaesu;
-    p.model = name;
-    p.port = pty_->path();
-    p.speed = "38400";
     std::string id = "untouched";
-    const int ok = radio_.Connect(p, &id, message);
+    const int ok = radio_.Connect(testing::PtyParams(kYaesu, name, *pty_, "38400"), &id, message);
     EXPECT_EQ(id, "untouched");  // only ICOM radios identify themselves
     return ok;
   }
@@ -54,6 +49,21 @@ TEST_F(YaesuPtyTest, Ft817ConnectsTunesAndReads) {
   EXPECT_EQ(radio_.ReadMode(), 0x03);
   sim_->SetSMeter(0xA7);  // high nibble: squelch and other flags
   EXPECT_EQ(radio_.ReadSMeter(0), 7);
+
+  // The narrow filter bits live in the current VFO's band record.
+  sim_->SetMemory(0x55, 0x00);  // VFO A
+  sim_->SetMemory(0x59, 0x05);  // band 5
+  const uint16_t record = 0x7D + 5 * 26;
+  sim_->SetMemory(record + 1, 0x41);
+  sim_->SetMemory(record + 2, 0x7F);
+  EXPECT_EQ(radio_.SetValue("I-Narrow-On", "narrow"), 1);
+  // The radio answers no write: a read behind the writes is answered only once it took them.
+  radio_.ReadFrequency(0, &hz);
+  EXPECT_EQ(sim_->Memory(record + 1), 0x59);
+  EXPECT_EQ(sim_->Memory(record + 2), 0x7F);
+  EXPECT_EQ(radio_.SetValue("I-Narrow-Off", "wide"), 1);
+  radio_.ReadFrequency(0, &hz);
+  EXPECT_EQ(sim_->Memory(record + 1), 0x41);
 }
 
 TEST_F(YaesuPtyTest, Ft817StaysInStepAfterABadCommandAndASilentResultByte) {
@@ -67,25 +77,6 @@ TEST_F(YaesuPtyTest, Ft817StaysInStepAfterABadCommandAndASilentResultByte) {
   EXPECT_EQ(radio_.ReadFrequency(0, &hz), 1u);
   EXPECT_EQ(hz, 3573000u);
   EXPECT_GE(sim_->ignored(), 1);
-}
-
-TEST_F(YaesuPtyTest, Ft817NarrowFilterBitsInTheCurrentVfoRecord) {
-  std::string message;
-  ASSERT_EQ(Connect(SimYaesuModel::kFt817, "FT-817", true, &message), 1) << message;
-  sim_->SetMemory(0x55, 0x00);  // VFO A
-  sim_->SetMemory(0x59, 0x05);  // band 5
-  const uint16_t record = 0x7D + 5 * 26;
-  sim_->SetMemory(record + 1, 0x41);
-  sim_->SetMemory(record + 2, 0x7F);
-  EXPECT_EQ(radio_.SetValue("I-Narrow-On", "narrow"), 1);
-  // The radio answers no write: a read behind the writes is answered only once it took them.
-  Frequency hz = 0;
-  radio_.ReadFrequency(0, &hz);
-  EXPECT_EQ(sim_->Memory(record + 1), 0x59);
-  EXPECT_EQ(sim_->Memory(record + 2), 0x7F);
-  EXPECT_EQ(radio_.SetValue("I-Narrow-Off", "wide"), 1);
-  radio_.ReadFrequency(0, &hz);
-  EXPECT_EQ(sim_->Memory(record + 1), 0x41);
 }
 
 TEST_F(YaesuPtyTest, Ft847NeedsItsStartUpBytesAndReadsSatelliteSlots) {
@@ -108,25 +99,6 @@ TEST_F(YaesuPtyTest, Ft847NeedsItsStartUpBytesAndReadsSatelliteSlots) {
   EXPECT_EQ(radio_.SetFrequency(0, 21074000), 1);
   EXPECT_EQ(radio_.ReadFrequency(0, &hz), 1u);
   EXPECT_EQ(hz, 21074000u);
-}
-
-TEST_F(YaesuPtyTest, Ft847WithoutCatOnStaysSilentAndConnectFails) {
-  // Connecting the FT-847 as another model skips its CAT ON bytes: it answers nothing.
-  std::string message;
-  EXPECT_EQ(Connect(SimYaesuModel::kFt847, "FT-897", false, &message), 0);
-  EXPECT_EQ(message, "Failed to read frequency");
-  EXPECT_GE(sim_->ignored(), 3);
-}
-
-TEST_F(YaesuPtyTest, PulledCableNeverHangs) {
-  std::string message;
-  ASSERT_EQ(Connect(SimYaesuModel::kFt817, "FT-817", true, &message), 1) << message;
-  pty_->Hangup();
-  Frequency hz = 1;
-  EXPECT_EQ(radio_.ReadFrequency(0, &hz), 0u);
-  EXPECT_EQ(hz, 0u);
-  EXPECT_EQ(radio_.SetFrequency(0, 7000000), 1);
-  EXPECT_EQ(radio_.ReadSMeter(0), 0);
 }
 
 }  // namespace
