@@ -100,16 +100,19 @@ int Poll(CatRadio& radio, std::chrono::milliseconds limit) {
   int shownMode = -1;
   std::string lostReason;
   auto print = [&] {
-    const std::string mode = shownMode < 0 ? "-" : std::to_string(shownMode);
-    std::printf("%s %u %s mode %s\n", TimeStamp().c_str(), shownHz,
-                FormatFrequency(shownHz).c_str(), mode.c_str());
+    std::printf("%s %u %s mode %d\n", TimeStamp().c_str(), shownHz,
+                FormatFrequency(shownHz).c_str(), shownMode);
     std::fflush(stdout);
   };
   HeadlessRadioWindow::Callbacks callbacks;
+  // The mode is read in the cycle after the first frequency: the first line waits for it, so
+  // the radio's state is shown whole.
   callbacks.frequency = [&](Frequency current, Frequency, Frequency) {
     if (current != shownHz) {
       shownHz = current;
-      print();
+      if (shownMode >= 0) {
+        print();
+      }
     }
   };
   callbacks.mode = [&](int mode) {

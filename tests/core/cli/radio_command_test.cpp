@@ -155,7 +155,7 @@ TEST(RadioCommand, PollPrintsEachChangeMadeAtTheRadio) {
   std::string out = poll.WaitForLines(1, seconds(30));
   EXPECT_NE(out.find(" 14070000 14.070.000 mode "), std::string::npos) << out;
   sim.SetFrequencyA(21074000);  // the operator turns the knob
-  out = poll.WaitForLines(3, seconds(30));
+  out = poll.WaitForLines(2, seconds(30));
   EXPECT_NE(out.find(" 21074000 21.074.000 mode 2\n"), std::string::npos) << out;
   EXPECT_EQ(poll.Stop(SIGINT, seconds(30)), 0);
 }
