@@ -146,32 +146,35 @@ TEST(RadioCommand, ASilentRadioFailsWithTheMessage) {
   EXPECT_EQ(r.err, "Failed to read frequency\n");
 }
 
-TEST(RadioCommand, PollPrintsEachChangeMadeAtTheRadio) {
+// tavlorin-cli radio poll on a simulated Kenwood, its first line already printed.
+struct PollRun {
+  PollRun() {
+    EXPECT_TRUE(poll.started());
+    first = poll.WaitForLines(1, seconds(30));
+  }
   testing::SimKenwood sim;
-  testing::PtyRadio pty(sim);
-  testing::ChildProcess poll(
-      {TAVLORIN_CLI_PATH, "radio", "--model", "TS-2000", "--port", pty.path(), "poll"});
-  ASSERT_TRUE(poll.started());
-  std::string out = poll.WaitForLines(1, seconds(30));
-  EXPECT_NE(out.find(" 14070000 14.070.000 mode "), std::string::npos) << out;
-  sim.SetFrequencyA(21074000);  // the operator turns the knob
-  out = poll.WaitForLines(2, seconds(30));
+  testing::PtyRadio pty{sim};
+  testing::ChildProcess poll{
+      {TAVLORIN_CLI_PATH, "radio", "--model", "TS-2000", "--port", pty.path(), "poll"}};
+  std::string first;
+};
+
+TEST(RadioCommand, PollPrintsEachChangeMadeAtTheRadio) {
+  PollRun run;
+  EXPECT_NE(run.first.find(" 14070000 14.070.000 mode "), std::string::npos) << run.first;
+  run.sim.SetFrequencyA(21074000);  // the operator turns the knob
+  std::string out = run.poll.WaitForLines(2, seconds(30));
   EXPECT_NE(out.find(" 21074000 21.074.000 mode 2\n"), std::string::npos) << out;
-  EXPECT_EQ(poll.Stop(SIGINT, seconds(30)), 0);
+  EXPECT_EQ(run.poll.Stop(SIGINT, seconds(30)), 0);
 }
 
 TEST(RadioCommand, PollEndsWithAMessageWhenTheCableIsPulled) {
-  testing::SimKenwood sim;
-  testing::PtyRadio pty(sim);
-  testing::ChildProcess poll(
-      {TAVLORIN_CLI_PATH, "radio", "--model", "TS-2000", "--port", pty.path(), "poll"});
-  ASSERT_TRUE(poll.started());
-  std::string out = poll.WaitForLines(1, seconds(30));
-  ASSERT_NE(out.find("14070000"), std::string::npos) << out;
-  pty.Hangup();
+  PollRun run;
+  ASSERT_NE(run.first.find("14070000"), std::string::npos) << run.first;
+  run.pty.Hangup();
   // The tool must notice and end by itself; the limit is only a guard against a hang.
-  EXPECT_EQ(poll.Stop(0, seconds(60)), 1);
-  EXPECT_NE(poll.err().find("Lost the radio's port: "), std::string::npos) << poll.err();
+  EXPECT_EQ(run.poll.Stop(0, seconds(60)), 1);
+  EXPECT_NE(run.poll.err().find("Lost the radio's port: "), std::string::npos) << run.poll.err();
 }
 
 }  // namespace

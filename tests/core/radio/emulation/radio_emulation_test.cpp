@@ -9,6 +9,7 @@
 
 #include "radio/headless_radio_window.h"
 #include "support/fake_clock.h"
+#include "support/run_until.h"
 
 namespace tavlorin {
 namespace {
@@ -39,13 +40,8 @@ class RadioEmulationTest : public ::testing::Test {
     window.reset();
     worker.Stop();
   }
-  // Runs the window until `done` holds (bounded).
   bool RunUntil(const std::function<bool()>& done) {
-    const auto end = std::chrono::steady_clock::now() + kHangGuard;
-    while (!done() && std::chrono::steady_clock::now() < end) {
-      loop.Run(milliseconds(10));
-    }
-    return done();
+    return testing::RunLoopUntil(loop, done, kHangGuard);
   }
 
   CatRadio radio;

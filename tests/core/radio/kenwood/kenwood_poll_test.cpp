@@ -9,6 +9,7 @@
 #include "radio/headless_radio_window.h"
 #include "shell/debug_log.h"
 #include "support/pty_radio.h"
+#include "support/run_until.h"
 #include "support/sim_kenwood.h"
 
 namespace tavlorin {
@@ -51,11 +52,7 @@ class KenwoodPollTest : public ::testing::Test {
     worker.Stop();
   }
   bool RunUntil(const std::function<bool()>& done) {
-    const auto end = std::chrono::steady_clock::now() + kHangGuard;
-    while (!done() && std::chrono::steady_clock::now() < end) {
-      loop.Run(milliseconds(10));
-    }
-    return done();
+    return testing::RunLoopUntil(loop, done, kHangGuard);
   }
   bool Logged(const std::string& text) {
     std::lock_guard lock(mutex_);
