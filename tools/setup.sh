@@ -7,7 +7,7 @@ packages=(
   g++ cmake ninja-build pkg-config ccache
   libsqlite3-dev libcurl4-openssl-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  python3 sqlite3
+  python3 python3-pyftpdlib sqlite3
   libhamlib-utils
 )
 

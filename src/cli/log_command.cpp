@@ -7,6 +7,7 @@
 #include "commands.h"
 #include "logbook/logbook_database.h"
 #include "logbook_cli.h"
+#include "text_out.h"
 
 namespace tavlorin::cli {
 namespace {
@@ -42,33 +43,6 @@ bool ParseAssignments(const std::vector<std::string>& words, size_t first,
     out->emplace_back(field, words[i].substr(eq + 1));
   }
   return true;
-}
-
-std::string JsonText(const std::string& text) {
-  std::string out = "\"";
-  for (unsigned char c : text) {
-    if (c == '"' || c == '\\') {
-      out += '\\';
-      out += static_cast<char>(c);
-    } else if (c < 0x20) {
-      char escaped[8];
-      std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
-      out += escaped;
-    } else {
-      out += static_cast<char>(c);
-    }
-  }
-  return out + "\"";
-}
-
-// Tabs and line ends inside a value would break the columns.
-std::string TabSafe(std::string text) {
-  for (char& c : text) {
-    if (c == '\t' || c == '\n' || c == '\r') {
-      c = ' ';
-    }
-  }
-  return text;
 }
 
 void PrintRecords(const std::vector<CLogbookRecordset>& records, bool json) {

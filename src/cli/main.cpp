@@ -27,6 +27,9 @@ constexpr Command kCommands[] = {
     {"country", "the DXCC entity and country of callsigns", RunCountryCommand},
     {"countries", "load a countries file into the logbook", RunCountriesCommand},
     {"locator", "Maidenhead locators, positions, bearing and distance", RunLocatorCommand},
+    {"spots", "the DX spot list from web clusters, a log file or a telnet cluster", RunSpotsCommand},
+    {"spot", "submit a DX spot; the cluster status record", RunSpotCommand},
+    {"webpage", "build and upload the station's activity web page", RunWebpageCommand},
 };
 
 void PrintUsage(std::FILE* out) {
