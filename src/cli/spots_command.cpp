@@ -117,6 +117,28 @@ bool LoadCountries(const Globals& globals, std::unique_ptr<LogbookDatabase>* dat
   return true;
 }
 
+// --host names the server of the chosen source.
+bool ApplyHost(ArgReader& args, const std::string& host, DxClusterConfig* config) {
+  switch (config->source) {
+    case SpotSource::kWebPages:
+      config->servers.webPagesHost = host;
+      return true;
+    case SpotSource::kCsvFiles:
+      config->servers.csvFilesHost = host;
+      return true;
+    case SpotSource::kTelnet:
+      if (!SplitHostPort(host, &config->telnet.host, &config->telnet.port)) {
+        args.SetError("--host takes HOST or HOST:PORT, not \"" + host + "\"");
+        return false;
+      }
+      return true;
+    case SpotSource::kLogFile:
+      break;
+  }
+  args.SetError("--host does not apply to the log source (use --file)");
+  return false;
+}
+
 // Applies the command line to the window's settings. False (message printed) on a mistake.
 bool ApplyOptions(ArgReader& args, DxClusterConfig* config, bool* listChoices) {
   std::optional<std::string> source = args.Option("--source");
@@ -142,24 +164,8 @@ bool ApplyOptions(ArgReader& args, DxClusterConfig* config, bool* listChoices) {
   if (file) {
     config->servers.logFile = *file;
   }
-  if (host) {
-    switch (config->source) {
-      case SpotSource::kWebPages:
-        config->servers.webPagesHost = *host;
-        break;
-      case SpotSource::kCsvFiles:
-        config->servers.csvFilesHost = *host;
-        break;
-      case SpotSource::kTelnet:
-        if (!SplitHostPort(*host, &config->telnet.host, &config->telnet.port)) {
-          args.SetError("--host takes HOST or HOST:PORT, not \"" + *host + "\"");
-          return false;
-        }
-        break;
-      case SpotSource::kLogFile:
-        args.SetError("--host does not apply to the log source (use --file)");
-        return false;
-    }
+  if (host && !ApplyHost(args, *host, config)) {
+    return false;
   }
   if (call) {
     config->telnet.callsign = *call;
@@ -242,17 +248,11 @@ int RunSpotsCommand(const Globals& globals, const Args& words) {
   if (!host.drawn()) {
     return 1;
   }
-  if (json) {
-    for (const Spot& spot : window.list().rows()) {
-      PrintSpot(spot, true);
-    }
-  } else {
-    if (!window.list().title().empty()) {
-      std::fprintf(stderr, "%s\n", window.list().title().c_str());
-    }
-    for (const Spot& spot : window.list().rows()) {
-      PrintSpot(spot, false);
-    }
+  if (!json && !window.list().title().empty()) {
+    std::fprintf(stderr, "%s\n", window.list().title().c_str());
+  }
+  for (const Spot& spot : window.list().rows()) {
+    PrintSpot(spot, json);
   }
   return 0;
 }

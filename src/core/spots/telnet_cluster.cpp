@@ -9,7 +9,10 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <condition_variable>
 #include <cstring>
+#include <memory>
+#include <utility>
 
 #include "shell/debug_log.h"
 #include "spots/spot_parsers.h"
@@ -152,17 +155,59 @@ void TelnetCluster::Run() {
   }
 }
 
+// getaddrinfo cannot be interrupted: a name server that never answers would hold the
+// connection thread, and so the window that closes the connection, for as long as the
+// resolver's own time-outs. The name is therefore resolved on a thread of its own, which is left
+// behind when the connection stops or gives up; it owns nothing but its shared result.
+struct TelnetCluster::Resolution {
+  std::mutex mutex;
+  std::condition_variable done;
+  bool finished = false;
+  int rc = 0;
+  addrinfo* result = nullptr;
+  ~Resolution() {
+    if (result != nullptr) {
+      ::freeaddrinfo(result);
+    }
+  }
+};
+
+Status TelnetCluster::Resolve(std::unique_ptr<addrinfo, void (*)(addrinfo*)>* found) {
+  auto resolution = std::make_shared<Resolution>();
+  std::thread([resolution, host = config_.host, port = std::to_string(config_.port)] {
+    addrinfo hints{};
+    hints.ai_family = AF_UNSPEC;
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* result = nullptr;
+    int rc = ::getaddrinfo(host.c_str(), port.c_str(), &hints, &result);
+    std::lock_guard lock(resolution->mutex);
+    resolution->rc = rc;
+    resolution->result = result;
+    resolution->finished = true;
+    resolution->done.notify_all();
+  }).detach();
+  const auto end = std::chrono::steady_clock::now() + config_.connectTimeout;
+  std::unique_lock lock(resolution->mutex);
+  while (!resolution->finished && !stopping_ && std::chrono::steady_clock::now() < end) {
+    resolution->done.wait_for(lock, std::chrono::milliseconds(100));
+  }
+  if (!resolution->finished) {
+    return Status::Error(stopping_ ? "stopped" : "the name " + config_.host + " was not resolved");
+  }
+  if (resolution->rc != 0) {
+    return Status::Error(::gai_strerror(resolution->rc));
+  }
+  found->reset(std::exchange(resolution->result, nullptr));
+  return Status::Ok();
+}
+
 Status TelnetCluster::Connect(int* fd) {
-  addrinfo hints{};
-  hints.ai_family = AF_UNSPEC;
-  hints.ai_socktype = SOCK_STREAM;
-  addrinfo* found = nullptr;
-  const std::string port = std::to_string(config_.port);
-  if (int rc = ::getaddrinfo(config_.host.c_str(), port.c_str(), &hints, &found); rc != 0) {
-    return Status::Error(::gai_strerror(rc));
+  std::unique_ptr<addrinfo, void (*)(addrinfo*)> found(nullptr, ::freeaddrinfo);
+  if (Status s = Resolve(&found); !s.ok()) {
+    return s;
   }
   std::string reason = "no address";
-  for (addrinfo* a = found; a != nullptr && !stopping_; a = a->ai_next) {
+  for (addrinfo* a = found.get(); a != nullptr && !stopping_; a = a->ai_next) {
     int s = ::socket(a->ai_family, a->ai_socktype | SOCK_NONBLOCK | SOCK_CLOEXEC, a->ai_protocol);
     if (s < 0) {
       reason = std::strerror(errno);
@@ -183,14 +228,12 @@ Status TelnetCluster::Connect(int* fd) {
       }
     }
     if (err == 0) {
-      ::freeaddrinfo(found);
       *fd = s;
       return Status::Ok();
     }
     reason = std::strerror(err);
     ::close(s);
   }
-  ::freeaddrinfo(found);
   return Status::Error(reason);
 }
 
@@ -213,6 +256,10 @@ bool TelnetCluster::WriteAll(int fd, std::string_view bytes) {
 }
 
 std::string TelnetCluster::Session(int fd) {
+  {
+    std::lock_guard lock(mutex_);
+    outgoing_.clear();  // nothing of an earlier session is sent into this one
+  }
   TelnetDecoder decoder;
   std::string partial;
   for (;;) {

@@ -17,12 +17,15 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
 
 #include "shell/status.h"
+
+struct addrinfo;
 
 namespace tavlorin {
 
@@ -59,7 +62,9 @@ class TelnetCluster {
   const TelnetClusterConfig& config() const { return config_; }
 
  private:
+  struct Resolution;
   void Run();
+  Status Resolve(std::unique_ptr<addrinfo, void (*)(addrinfo*)>* found);
   Status Connect(int* fd);
   // Runs one session on `fd`; returns why it ended.
   std::string Session(int fd);

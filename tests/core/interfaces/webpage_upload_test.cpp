@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
 #include <mutex>
 #include <thread>
 
@@ -167,6 +168,13 @@ TEST_F(WebPageUploadTest, AutomaticUpdatesUseTheLatestValuesOfTheRadio) {
     std::filesystem::create_directories(dir_ / "build");
     updater.SetValues({"7.003.000", "CW", "K3", ""});
     updater.Configure(config);
+    std::promise<std::filesystem::path> previewed;
+    updater.Preview([&previewed](const Status& s, const std::filesystem::path& page) {
+      previewed.set_value(s.ok() ? page : std::filesystem::path());
+    });
+    std::future<std::filesystem::path> preview = previewed.get_future();
+    ASSERT_EQ(preview.wait_for(seconds(30)), std::future_status::ready);
+    EXPECT_EQ(testing::TempDir::Read(preview.get()), "on 7.003.000 in CW\n");
     for (int i = 0; i < 3000; ++i) {
       std::this_thread::sleep_for(milliseconds(10));
       std::lock_guard lock(mutex);

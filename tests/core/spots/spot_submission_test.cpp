@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <future>
 #include <thread>
 
 #include "shell/debug_log.h"
@@ -132,7 +133,14 @@ TEST_F(PostTest, ASubmittedSpotReachesTheSpotEntryScript) {
 TEST_F(PostTest, RefusedAndFailedSubmissionsSayWhy) {
   testing::PythonServer refusing = Server({"--post-status", "503"});
   ASSERT_NE(refusing.port(), 0);
-  SubmitOutcome outcome = SubmitSpot(refusing.address(), {"DL9TST", "VK9XX", 70001, ""}, nullptr);
+  // Through the dialog's worker, whose answer comes back on its own thread.
+  std::promise<SubmitOutcome> answered;
+  SpotSubmitter submitter;
+  submitter.Submit(refusing.address(), {"DL9TST", "VK9XX", 70001, ""}, nullptr,
+                   [&answered](SubmitOutcome o) { answered.set_value(std::move(o)); });
+  std::future<SubmitOutcome> future = answered.get_future();
+  ASSERT_EQ(future.wait_for(seconds(60)), std::future_status::ready);
+  SubmitOutcome outcome = future.get();
   EXPECT_FALSE(outcome.ok);
   EXPECT_EQ(outcome.status, "Failed: status = 503");
   EXPECT_NE(outcome.reply.find("Spot mycall=DL9TST"), std::string::npos);  // kept for viewing
