@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "built_in_countries.h"
 #include "geo/countries_file.h"
 #include "geo/country_tables.h"
 #include "geo/locator.h"
@@ -13,17 +14,6 @@
 
 namespace tavlorin {
 namespace {
-
-const CountryTables& BuiltInTables() {
-  static CountryTables tables = [] {
-    std::vector<std::string> lines;
-    ReadDefinitionBody(SharedDataDir() / "TVR Countries.txt", &lines);
-    CountryTables t;
-    t.Build(ParseCountryLines(lines).rows);
-    return t;
-  }();
-  return tables;
-}
 
 // Prefix, digit, suffix letters; some portable forms, as a contest log holds them.
 std::vector<std::string> RealisticCallsigns(size_t count) {

@@ -7,25 +7,12 @@
 #include <random>
 #include <string>
 
-#include "geo/countries_file.h"
-#include "shell/definition_file.h"
-#include "shell/paths.h"
+#include "built_in_countries.h"
 #include "spots/spot_list_model.h"
 #include "spots/spot_parsers.h"
 
 namespace tavlorin {
 namespace {
-
-const CountryTables& BuiltInTables() {
-  static CountryTables tables = [] {
-    std::vector<std::string> lines;
-    ReadDefinitionBody(SharedDataDir() / "TVR Countries.txt", &lines);
-    CountryTables t;
-    t.Build(ParseCountryLines(lines).rows);
-    return t;
-  }();
-  return tables;
-}
 
 std::string RandomCall(std::mt19937& random) {
   static const char* kPrefixes[] = {"DL", "G", "JA", "VK", "K", "W", "PY", "ZS", "9A", "VP2E",

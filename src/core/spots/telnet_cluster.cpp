@@ -237,6 +237,8 @@ Status TelnetCluster::Connect(int* fd) {
   return Status::Error(reason);
 }
 
+// send() with MSG_NOSIGNAL rather than the link's descriptor writer: a node that has gone must
+// give an error here, not a SIGPIPE that ends the program.
 bool TelnetCluster::WriteAll(int fd, std::string_view bytes) {
   while (!bytes.empty()) {
     ssize_t n = ::send(fd, bytes.data(), bytes.size(), MSG_NOSIGNAL);
