@@ -6,7 +6,8 @@
 // The spotter ends at the first ":"; then the frequency in kHz and the spotted callsign; the
 // time is the last word of four digits and "Z", optionally followed by the spotter's locator;
 // what lies between the callsign and the time is the comment. Nodes ring the terminal bell on
-// spot lines, so control characters are dropped first.
+// spot lines, so control characters are dropped first; a spot line glued to the node's prompt
+// is read from its "DX de".
 #include <cctype>
 #include <vector>
 
@@ -55,8 +56,18 @@ std::optional<Spot> ParseDxLine(std::string_view raw) {
   }
   std::string_view text = line;
   size_t start = text.find_first_not_of(' ');
-  if (start == std::string_view::npos || text.substr(start, 6) != "DX de ") {
+  if (start == std::string_view::npos) {
     return std::nullopt;
+  }
+  if (text.substr(start, 6) != "DX de ") {
+    // A node's prompt ("DL9TST de GB7XX 22-Nov-2026 1742Z >") ends without a line end, so the
+    // next spot line arrives glued to it.
+    size_t prompt = text.find("> DX de ");
+    prompt = prompt != std::string_view::npos ? prompt + 1 : text.find(">DX de ");
+    if (prompt == std::string_view::npos) {
+      return std::nullopt;
+    }
+    start = text.find("DX de ", prompt);
   }
   text.remove_prefix(start + 6);
   size_t colon = text.find(':');

@@ -119,6 +119,9 @@ TEST(DxLineParser, ReadsTheLinesOfEveryKindOfNode) {
        {"7003.5", "DL1ABC", "KM3T-#", "1234Z", "CW    24 dB  22 WPM  CQ"},
        ""},
       {"DX de G4ABC:     1836     EA8XX        \a\a", {"1836.0", "EA8XX", "G4ABC", "", ""}, ""},
+      {"DL9TST de GB7XX 22-Nov-2026 1742Z dxspider >DX de G4A: 3501.0 K1A  0001Z",
+       {"3501.0", "K1A", "G4A", "0001Z", ""},
+       ""},
       {"DX de K1ABC: 50313.0 JA1XYZ FT8 0500Z up 1159Z",
        {"50313.0", "JA1XYZ", "K1ABC", "1159Z", "FT8 0500Z up"},
        ""},
@@ -130,6 +133,7 @@ TEST(DxLineParser, ReadsTheLinesOfEveryKindOfNode) {
     EXPECT_EQ(spot->locator, c.locator);
   }
   for (const char* other : {"To ALL de G4ABC: anyone on 160?", "WWV de VE7CC <18>:   SFI=150",
+                            "To ALL de G4ABC: heard DX de K1A: 3501.0 K2B",
                             "DX de W3LPL 14025.0 VK9XX", "DX de W3LPL: abc VK9XX",
                             "DX de W3LPL:  14025.0", "", "login: "}) {
     EXPECT_FALSE(ParseDxLine(other)) << other;
