@@ -27,11 +27,7 @@ void CWebPageUpdate::Configure(WebPageConfig config) {
     std::lock_guard lock(mutex_);
     config_ = std::move(config);
   }
-  if (on) {
-    worker_.StartPeriodic(kAutoUpdateTimer, minute_ * minutes, [this] { RunUpdate(); });
-  } else {
-    worker_.StopPeriodic(kAutoUpdateTimer);
-  }
+  worker_.SetPeriodic(kAutoUpdateTimer, on, minute_ * minutes, [this] { RunUpdate(); });
 }
 
 void CWebPageUpdate::SetValues(WebPageValues values) {

@@ -26,15 +26,17 @@ class LoopThread {
   LoopThread& operator=(const LoopThread&) = delete;
 
   void Post(std::function<void()> call) { loop_.Post(std::move(call)); }
-  // Runs `job` on the loop's thread every `interval` (first after one interval) until
-  // StopPeriodic(id); starting a started id restarts it. Any thread.
-  void StartPeriodic(int id, std::chrono::milliseconds interval, std::function<void()> job) {
-    Post([this, id, interval, job = std::move(job)] {
-      loop_.SetTimer(id, interval, [job](int) { job(); });
+  // While `on`, runs `job` on the loop's thread every `interval` (first after one interval);
+  // off stops it. Setting it again restarts it. Any thread.
+  void SetPeriodic(int id, bool on, std::chrono::milliseconds interval,
+                   std::function<void()> job) {
+    Post([this, id, on, interval, job = std::move(job)] {
+      if (on) {
+        loop_.SetTimer(id, interval, [job](int) { job(); });
+      } else {
+        loop_.KillTimer(id);
+      }
     });
-  }
-  void StopPeriodic(int id) {
-    Post([this, id] { loop_.KillTimer(id); });
   }
   EventLoop& loop() { return loop_; }
 

@@ -91,11 +91,7 @@ void ClusterStatusUpdater::Configure(const ClusterStation& station) {
     std::lock_guard lock(mutex_);
     station_ = station;
   }
-  if (on) {
-    worker_.StartPeriodic(kStatusTimer, minute_ * minutes, [this] { Send(); });
-  } else {
-    worker_.StopPeriodic(kStatusTimer);
-  }
+  worker_.SetPeriodic(kStatusTimer, on, minute_ * minutes, [this] { Send(); });
 }
 
 void ClusterStatusUpdater::SetRadioValues(RadioStatusValues values) {

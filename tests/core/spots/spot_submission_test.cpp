@@ -2,9 +2,6 @@
 #include "spots/spot_submission.h"
 
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <future>
 #include <thread>
@@ -13,6 +10,7 @@
 #include "spots/cluster_status.h"
 #include "spots/spot_settings.h"
 #include "support/python_server.h"
+#include "support/refusing_port.h"
 #include "support/temp_dir.h"
 
 namespace tavlorin {
@@ -145,16 +143,10 @@ TEST_F(PostTest, RefusedAndFailedSubmissionsSayWhy) {
   EXPECT_EQ(outcome.status, "Failed: status = 503");
   EXPECT_NE(outcome.reply.find("Spot mycall=DL9TST"), std::string::npos);  // kept for viewing
 
-  int s = ::socket(AF_INET, SOCK_STREAM, 0);  // bound, never listening: refuses
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof address;
-  ASSERT_EQ(::bind(s, reinterpret_cast<sockaddr*>(&address), length), 0);
-  ASSERT_EQ(::getsockname(s, reinterpret_cast<sockaddr*>(&address), &length), 0);
-  outcome = SubmitSpot("127.0.0.1:" + std::to_string(ntohs(address.sin_port)),
+  testing::RefusingPort nobody;
+  ASSERT_NE(nobody.port(), 0);
+  outcome = SubmitSpot("127.0.0.1:" + std::to_string(nobody.port()),
                        {"DL9TST", "VK9XX", 70001, ""}, nullptr);
-  ::close(s);
   EXPECT_FALSE(outcome.ok);
   EXPECT_NE(outcome.status.find("Couldn't connect"), std::string::npos) << outcome.status;
 

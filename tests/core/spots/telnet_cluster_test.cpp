@@ -3,14 +3,12 @@
 #include "spots/telnet_cluster.h"
 
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <condition_variable>
 
 #include "spots/telnet_codec.h"
 #include "support/python_server.h"
+#include "support/refusing_port.h"
 
 namespace tavlorin {
 namespace {
@@ -151,17 +149,10 @@ TEST(TelnetCluster, AnswersThePasswordPromptAndGivesUpWithoutOne) {
 }
 
 TEST(TelnetCluster, ARefusedConnectionIsRetriedWithGrowingWaits) {
-  // A port that is taken but not listening refuses every connection.
-  int s = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t length = sizeof address;
-  ASSERT_EQ(::bind(s, reinterpret_cast<sockaddr*>(&address), length), 0);
-  ASSERT_EQ(::getsockname(s, reinterpret_cast<sockaddr*>(&address), &length), 0);
-
+  testing::RefusingPort refusing;
+  ASSERT_NE(refusing.port(), 0);
   Collector seen;
-  TelnetCluster cluster(NodeConfig(ntohs(address.sin_port)), seen.Callbacks());
+  TelnetCluster cluster(NodeConfig(refusing.port()), seen.Callbacks());
   ASSERT_TRUE(seen.WaitFor([&] { return seen.Count(seen.statuses, "Next attempt") >= 4; }));
   std::lock_guard lock(seen.mutex);
   std::vector<std::string> waits;
@@ -175,7 +166,6 @@ TEST(TelnetCluster, ARefusedConnectionIsRetriedWithGrowingWaits) {
   EXPECT_EQ(waits[3], "Next attempt in 200 ms");  // the longest wait
   EXPECT_NE(seen.statuses[1].find("Connection refused"), std::string::npos) << seen.statuses[1];
   EXPECT_FALSE(cluster.Send("DX 7000.0 K1AA").ok());
-  ::close(s);
 }
 
 }  // namespace
