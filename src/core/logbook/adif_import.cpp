@@ -108,8 +108,10 @@ bool AdifImport::Contact(size_t number, CLogbookRecordset* contact) const {
   return mapper.Map(document_.Record(number), number, contact, &ignored);
 }
 
-AdifImportResult AdifImport::Save(const ExchangeProgress& progress) {
-  progress.Status(kImportSaving);
+AdifImportResult AdifImport::Save(const ExchangeProgress& progress, bool dryRun) {
+  if (!dryRun) {
+    progress.Status(kImportSaving);
+  }
   AdifImportResult result;
   result.records = document_.size();
   AdifContactMapper mapper(reference_, options_);
@@ -136,15 +138,11 @@ AdifImportResult AdifImport::Save(const ExchangeProgress& progress) {
         continue;
       }
       chunk.pop_back();
-      ++result.errors;
-      for (AdifProblem& p : ignored) {
-        if (p.error) {
-          result.notStored.push_back(std::move(p));
-        }
-      }
+      ++result.errors;  // problems() says why
     }
     return std::span<const CLogbookRecordset>(chunk);
   };
+  source.rollBack = dryRun;
   source.notStored = [&](size_t index, const std::string& reason) {
     result.notStored.push_back({numbers[index], true, reason});
   };

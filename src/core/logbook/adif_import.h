@@ -46,7 +46,9 @@ struct AdifImportResult {
   int duplicates = 0;
   bool cancelled = false;
   Status status;                      // a failure that stored nothing
-  std::vector<AdifProblem> notStored;  // why each refused record was not stored
+  // The records that the database did not store (duplicates above all), and why; the records
+  // that the analysis refused are in AdifImport::problems().
+  std::vector<AdifProblem> notStored;
 
   // "Finished, %d errors (%d duplicates)"
   std::string FinishedText() const;
@@ -71,8 +73,9 @@ class AdifImport {
   // Records that will not be stored for a problem of their own (duplicates not counted).
   size_t refused() const { return refused_; }
 
-  // Stores every storable record in one transaction.
-  AdifImportResult Save(const ExchangeProgress& progress = {});
+  // Stores every storable record in one transaction. A dry run does all of it, duplicate
+  // checks included, and then rolls it back: the counts tell what a save would do.
+  AdifImportResult Save(const ExchangeProgress& progress = {}, bool dryRun = false);
 
  private:
   Status Analyse(const ExchangeProgress& progress);

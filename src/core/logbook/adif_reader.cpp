@@ -225,14 +225,15 @@ void AdiParser::Finish() {
   if (charCounted_ > 0) {
     doc_.AddProblem(0, false,
                     std::to_string(charCounted_) +
-                        " lengths counted characters, not bytes (the first in record " +
+                        (charCounted_ == 1 ? " length counts" : " lengths count") +
+                        " characters, not bytes (the first in record " +
                         std::to_string(firstCharCounted_) + "); read by characters");
   }
   if (latin1_ > 0) {
     doc_.AddProblem(0, false,
                     std::to_string(latin1_) +
-                        " values were not UTF-8 and were read as Windows-1252 (the first in "
-                        "record " +
+                        (latin1_ == 1 ? " value was" : " values were") +
+                        " not UTF-8 and read as Windows-1252 (the first in record " +
                         std::to_string(firstLatin1_) + ")");
   }
 }

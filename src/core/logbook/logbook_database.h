@@ -51,6 +51,8 @@ struct BulkAddSource {
   std::function<std::span<const CLogbookRecordset>(bool* cancel)> next;
   // Told about each contact of the current chunk that is not stored and why (optional).
   std::function<void(size_t index, const std::string& reason)> notStored;
+  // Count as if storing, then roll back: a dry run that still finds the duplicates.
+  bool rollBack = false;
 };
 
 class LogbookDatabase {

@@ -340,6 +340,10 @@ BulkAddResult LogbookDatabase::AddRecords(const BulkAddSource& source) {
     result.status = Fail(failure + result.status.message());
     return result;
   }
+  if (source.rollBack) {
+    db.Rollback();
+    return result;
+  }
   Status committed = db.Commit();
   if (!committed.ok()) {
     db.Rollback();
