@@ -154,6 +154,12 @@ std::string_view NormalisedLines(std::string_view value, std::string* scratch) {
   return *scratch;
 }
 
+// The type indicator worth keeping: an application field's (its type is its own); a standard
+// field's type follows from its name, and the XML form has no place for it.
+std::string_view KeptType(std::string_view name, std::string_view type) {
+  return name.rfind("app_", 0) == 0 ? type : std::string_view();
+}
+
 }  // namespace
 
 bool ParseAdifMegahertz(std::string_view text, uint64_t* hertz) {
@@ -193,7 +199,7 @@ bool ParseAdifMegahertz(std::string_view text, uint64_t* hertz) {
 }
 
 struct AdifContactMapper::Pending {
-  std::string qsoDate, timeOn, timeOff, dateOff, mode, modeType, submode, freq;
+  std::string qsoDate, timeOn, timeOff, dateOff, mode, submode;
   bool hasQsoDate = false, hasTimeOn = false, hasTimeOff = false, hasMode = false;
   bool hasSubmode = false;
   uint64_t hertz = 0;
@@ -252,7 +258,9 @@ void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
                               CLogbookRecordset* contact, std::vector<AdifProblem>* problems,
                               size_t number) {
   const std::string_view value = NormalisedLines(field.value, &p.scratch);
-  const auto keep = [&] { AppendExtraField(&contact->extraFields, field.name, field.type, value); };
+  const auto keep = [&] {
+    AppendExtraField(&contact->extraFields, field.name, KeptType(field.name, field.type), value);
+  };
   auto it = Targets().find(field.name);
   if (it == Targets().end()) {
     keep();
@@ -276,7 +284,7 @@ void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
       keep();
       return;
     case Kind::kMode:
-      p.hasMode ? keep() : (void)(p.mode = TrimBlanks(value), p.modeType = field.type, p.hasMode = true);
+      p.hasMode ? keep() : (void)(p.mode = TrimBlanks(value), p.hasMode = true);
       return;
     case Kind::kSubmode:
       p.hasSubmode ? keep() : (void)(p.submode = TrimBlanks(value), p.hasSubmode = true);
@@ -348,7 +356,7 @@ bool AdifContactMapper::Finish(Pending& p, size_t number, CLogbookRecordset* con
   if (p.hasSubmode && !p.submode.empty()) {
     contact->mode = ModeTitle(p.submode, number);
     if (p.hasMode) {
-      AppendExtraField(&contact->extraFields, "mode", p.modeType, p.mode);
+      AppendExtraField(&contact->extraFields, "mode", "", p.mode);
     }
   } else if (p.hasMode && !p.mode.empty()) {
     contact->mode = ModeTitle(p.mode, number);
@@ -381,7 +389,7 @@ bool AdifContactMapper::Finish(Pending& p, size_t number, CLogbookRecordset* con
       problems->push_back({number, false, UpperAscii(d.name) + " \"" + d.value +
                                               "\" is not a date (YYYYMMDD); kept as written"});
     }
-    AppendExtraField(&contact->extraFields, d.name, d.type, d.value);
+    AppendExtraField(&contact->extraFields, d.name, KeptType(d.name, d.type), d.value);
   }
   if (contact->station.empty()) {
     return error("no CALL; not stored");

@@ -141,6 +141,9 @@ std::string XmlEscaped(std::string_view text) {
       case '"':
         out += "&quot;";
         break;
+      case '\r':
+        out += "&#13;";  // a reader turns a bare CR LF into LF; the reference survives
+        break;
       default:
         // XML 1.0 cannot carry other control characters at all.
         out += static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r' ? ' ' : c;
@@ -320,9 +323,11 @@ void AppendAdxRecord(std::span<const AdifOutField> fields, std::string* out) {
       const std::string program = f.name.substr(4, split - 4);
       const std::string id = EqualsIgnoreCase(program, kAdifProgramId) ? kAdifProgramId
                                                                        : UpperAscii(program);
+      // TYPE only when the field came with one, so that reading it back gives the same field.
       out->append("      <APP PROGRAMID=\"" + XmlEscaped(id) + "\" FIELDNAME=\"" +
-                  XmlEscaped(UpperAscii(f.name.substr(split + 1))) + "\" TYPE=\"" +
-                  UpperAscii(f.type.empty() ? "s" : f.type) + "\">" + value + "</APP>\n");
+                  XmlEscaped(UpperAscii(f.name.substr(split + 1))) + "\"" +
+                  (f.type.empty() ? "" : " TYPE=\"" + XmlEscaped(UpperAscii(f.type)) + "\"") +
+                  ">" + value + "</APP>\n");
       continue;
     }
     const std::string tag = UpperAscii(f.name);
