@@ -123,7 +123,8 @@ int RunLogImport(LogbookDatabase& database, const Args& words) {
   AdifImportResult result;
   {
     ProgressBar bar(!json);
-    if (Status s = import.Read(files[0], bar.progress()); !s.ok()) {
+    // The save analyses on its way (a dry run too): one pass over the records, not two.
+    if (Status s = import.Read(files[0], bar.progress(), false); !s.ok()) {
       std::fprintf(stderr, "tavlorin-cli log import: %s: %s\n", files[0].c_str(),
                    s.message().c_str());
       return 1;

@@ -14,7 +14,7 @@ namespace {
 
 using R = CLogbookRecordset;
 
-enum class Kind {
+enum class Kind : uint8_t {
   kText,     // a text column, as written
   kFlag,     // a QSL flag: Y -> "1", N -> "0"
   kDate,     // a QSL date column (kept only with its flag at Y, as the export writes it back)
@@ -29,7 +29,9 @@ enum class Kind {
   kFreq,
 };
 
-struct Target {
+}  // namespace
+
+struct AdifContactMapper::Target {
   Kind kind;
   const char* column;  // the TBL_LOGBOOK field, for its size
   std::string R::*text = nullptr;
@@ -37,6 +39,10 @@ struct Target {
   std::string R::*flag = nullptr;  // kDate: the flag it goes with
   const char* values = nullptr;    // kFlag: the enumeration's letters
 };
+
+namespace {
+
+using Target = AdifContactMapper::Target;
 
 // The import's field table, by name in small letters.
 const std::unordered_map<std::string_view, Target>& Targets() {
@@ -85,12 +91,29 @@ const std::unordered_map<std::string_view, Target>& Targets() {
 }
 
 // In the dates and times every "-" is read as "0" (some writers fill unknown digits so).
-std::string Dashless(std::string_view value) {
-  std::string out(TrimBlanks(value));
-  for (char& c : out) {
+void Dashless(std::string_view value, std::string* out) {
+  out->assign(TrimBlanks(value));
+  for (char& c : *out) {
     c = c == '-' ? '0' : c;
   }
-  return out;
+}
+
+struct Dashed {
+  std::string_view value;
+};
+
+void Assign(std::string* to, std::string_view value) { to->assign(value); }
+void Assign(std::string* to, Dashed value) { Dashless(value.value, to); }
+
+// The first field of a name fills its slot; a second one is kept as written.
+template <typename Value, typename Keep>
+void TakeOnce(bool* taken, std::string* slot, Value value, const Keep& keep) {
+  if (*taken) {
+    keep();
+    return;
+  }
+  Assign(slot, value);
+  *taken = true;
 }
 
 bool Digits(std::string_view text, size_t from, size_t count, int* value) {
@@ -198,6 +221,7 @@ bool ParseAdifMegahertz(std::string_view text, uint64_t* hertz) {
   return true;
 }
 
+// What one record has given so far; kept by the mapper so its storage is reused.
 struct AdifContactMapper::Pending {
   std::string qsoDate, timeOn, timeOff, dateOff, mode, submode;
   bool hasQsoDate = false, hasTimeOn = false, hasTimeOff = false, hasMode = false;
@@ -208,12 +232,32 @@ struct AdifContactMapper::Pending {
     std::string name, type, value;
   };
   std::vector<Date> dates;
-  std::vector<std::string R::*> filled;
+  size_t dateCount = 0;
+  std::vector<std::string R::*> filled;  // the columns filled so far
   std::string scratch;
+
+  void Clear() {
+    hasQsoDate = hasTimeOn = hasTimeOff = hasMode = hasSubmode = false;
+    hertz = 0;
+    dateCount = 0;
+    filled.clear();
+    dateOff.clear();
+  }
 };
 
+void ClearContact(CLogbookRecordset* contact) {
+  for (const LogbookField& f : LogbookFields()) {
+    if (f.text != nullptr) {
+      (contact->*f.text).clear();
+    } else if (f.date != nullptr) {
+      (contact->*f.date).reset();
+    }
+  }
+  contact->primaryKey = 0;
+}
+
 AdifContactMapper::AdifContactMapper(const AdifReference& reference, AdifImportOptions options)
-    : reference_(reference), options_(options) {
+    : reference_(reference), options_(options), pending_(std::make_unique<Pending>()) {
   for (const auto& [name, target] : Targets()) {
     if (target.column == nullptr) {
       continue;
@@ -225,73 +269,106 @@ AdifContactMapper::AdifContactMapper(const AdifReference& reference, AdifImportO
   }
 }
 
-void AdifContactMapper::Unknown(const std::string& what, const std::string& value, size_t number) {
-  Seen& seen = unknown_[{what, value}];
-  if (seen.count++ == 0) {
-    seen.first = number;
-  }
-}
+AdifContactMapper::~AdifContactMapper() = default;
 
-std::string AdifContactMapper::BandTitle(std::string_view band, size_t number) {
-  for (const CBandsRecordSet& b : reference_.bands) {
-    if (EqualsIgnoreCase(b.adif, band) || EqualsIgnoreCase(b.title, band)) {
-      return b.title;
+const AdifContactMapper::Known& AdifContactMapper::TargetOf(std::string_view name) {
+  auto [it, added] = targets_.try_emplace(name.data());
+  if (added) {
+    auto found = Targets().find(name);
+    if (found != Targets().end()) {
+      it->second.target = &found->second;
+      auto size = found->second.column == nullptr ? sizes_.end() : sizes_.find(found->second.column);
+      it->second.size = size == sizes_.end() ? 0 : static_cast<size_t>(size->second);
     }
   }
-  std::string written = LowerAscii(band);
-  Unknown("BAND", written, number);
-  return written;
+  return it->second;
 }
 
-std::string AdifContactMapper::ModeTitle(std::string_view mode, size_t number) {
-  for (const CModesRecordSet& m : reference_.modes) {
-    if (EqualsIgnoreCase(m.adif, mode) || EqualsIgnoreCase(m.title, mode)) {
-      return m.title;
-    }
+void AdifContactMapper::Unknown(Resolutions& cache, const std::string& value, size_t number) {
+  Resolved& r = cache.try_emplace(value, Resolved{value, false, 0, 0}).first->second;
+  if (r.count++ == 0) {
+    r.first = number;
   }
-  std::string written = UpperAscii(mode);
-  Unknown("MODE", written, number);
-  return written;
 }
 
-void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
-                              CLogbookRecordset* contact, std::vector<AdifProblem>* problems,
-                              size_t number) {
+// The band's or mode's title in the logbook's table; an unknown one as written (bands in
+// small letters, modes in capitals, as their tables write them), counted for the summary.
+const std::string& AdifContactMapper::Resolve(Resolutions& cache, std::string_view value,
+                                              size_t number, bool band) {
+  auto it = cache.find(value);
+  if (it == cache.end()) {
+    Resolved r;
+    if (band) {
+      for (const CBandsRecordSet& b : reference_.bands) {
+        if (!r.known && (EqualsIgnoreCase(b.adif, value) || EqualsIgnoreCase(b.title, value))) {
+          r = {b.title, true, 0, 0};
+        }
+      }
+    } else {
+      for (const CModesRecordSet& m : reference_.modes) {
+        if (!r.known && (EqualsIgnoreCase(m.adif, value) || EqualsIgnoreCase(m.title, value))) {
+          r = {m.title, true, 0, 0};
+        }
+      }
+    }
+    if (!r.known) {
+      r.stored = band ? LowerAscii(value) : UpperAscii(value);
+    }
+    it = cache.emplace(std::string(value), std::move(r)).first;
+  }
+  if (!it->second.known && it->second.count++ == 0) {
+    it->second.first = number;
+  }
+  return it->second.stored;
+}
+
+void AdifContactMapper::Place(const AdifDocument::Field& field, CLogbookRecordset* contact,
+                              std::vector<AdifProblem>* problems, size_t number) {
+  Pending& p = *pending_;
   const std::string_view value = NormalisedLines(field.value, &p.scratch);
   const auto keep = [&] {
     AppendExtraField(&contact->extraFields, field.name, KeptType(field.name, field.type), value);
   };
-  auto it = Targets().find(field.name);
-  if (it == Targets().end()) {
+  const Known& known = TargetOf(field.name);
+  if (known.target == nullptr) {
     keep();
     return;
   }
-  const Target& t = it->second;
+  const Target& t = *known.target;
   // A field met twice: the first one fills the column, the other one is kept as written.
-  const bool once = t.text == nullptr || std::find(p.filled.begin(), p.filled.end(), t.text) == p.filled.end();
+  const bool once =
+      t.text == nullptr || std::find(p.filled.begin(), p.filled.end(), t.text) == p.filled.end();
   switch (t.kind) {
     case Kind::kQsoDate:
-      p.hasQsoDate ? keep() : (void)(p.qsoDate = Dashless(value), p.hasQsoDate = true);
+      TakeOnce(&p.hasQsoDate, &p.qsoDate, Dashed(value), keep);
       return;
     case Kind::kTimeOn:
-      p.hasTimeOn ? keep() : (void)(p.timeOn = Dashless(value), p.hasTimeOn = true);
+      TakeOnce(&p.hasTimeOn, &p.timeOn, Dashed(value), keep);
       return;
     case Kind::kTimeOff:
-      p.hasTimeOff ? keep() : (void)(p.timeOff = Dashless(value), p.hasTimeOff = true);
+      TakeOnce(&p.hasTimeOff, &p.timeOff, Dashed(value), keep);
       return;
     case Kind::kDateOff:
-      p.dateOff = Dashless(value);
+      Dashless(value, &p.dateOff);
       keep();
       return;
     case Kind::kMode:
-      p.hasMode ? keep() : (void)(p.mode = TrimBlanks(value), p.hasMode = true);
+      TakeOnce(&p.hasMode, &p.mode, TrimBlanks(value), keep);
       return;
     case Kind::kSubmode:
-      p.hasSubmode ? keep() : (void)(p.submode = TrimBlanks(value), p.hasSubmode = true);
+      TakeOnce(&p.hasSubmode, &p.submode, TrimBlanks(value), keep);
       return;
-    case Kind::kDate:
-      p.dates.push_back({&t, std::string(field.name), std::string(field.type), Dashless(value)});
+    case Kind::kDate: {
+      if (p.dateCount == p.dates.size()) {
+        p.dates.emplace_back();
+      }
+      Pending::Date& d = p.dates[p.dateCount++];
+      d.target = &t;
+      d.name = field.name;
+      d.type = field.type;
+      Dashless(value, &d.value);
       return;
+    }
     default:
       break;
   }
@@ -312,7 +389,7 @@ void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
                                      : FormatFrequency(static_cast<double>(p.hertz));
       break;
     case Kind::kBand:
-      stored = BandTitle(TrimBlanks(value), number);
+      stored = Resolve(bands_, TrimBlanks(value), number, true);
       break;
     case Kind::kCall:
       stored = TrimBlanks(value);
@@ -323,7 +400,7 @@ void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
         stored = stored == "Y" ? "1" : "0";
       } else if (t.values[0] != '\0' &&
                  (stored.size() != 1 || std::string_view(t.values).find(stored[0]) == std::string_view::npos)) {
-        Unknown(UpperAscii(field.name), stored, number);
+        Unknown(flags_[UpperAscii(field.name)], stored, number);
       }
       break;
     }
@@ -331,13 +408,12 @@ void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
       stored = value;
       break;
   }
-  auto size = sizes_.find(t.column);
-  if (size != sizes_.end() && Utf8Length(stored) > static_cast<size_t>(size->second)) {
+  if (known.size > 0 && stored.size() > known.size && Utf8Length(stored) > known.size) {
     problems->push_back({number, false,
                          UpperAscii(field.name) + " of " + std::to_string(Utf8Length(stored)) +
                              " characters is longer than the logbook's " +
-                             std::to_string(size->second) + "; kept whole with the contact's "
-                                                            "other fields"});
+                             std::to_string(known.size) + "; kept whole with the contact's "
+                                                          "other fields"});
     keep();
     return;
   }
@@ -345,8 +421,9 @@ void AdifContactMapper::Place(const AdifDocument::Field& field, Pending& p,
   p.filled.push_back(t.text);
 }
 
-bool AdifContactMapper::Finish(Pending& p, size_t number, CLogbookRecordset* contact,
+bool AdifContactMapper::Finish(size_t number, CLogbookRecordset* contact,
                                std::vector<AdifProblem>* problems) {
+  Pending& p = *pending_;
   const auto error = [&](std::string text) {
     problems->push_back({number, true, std::move(text)});
     return false;
@@ -354,12 +431,12 @@ bool AdifContactMapper::Finish(Pending& p, size_t number, CLogbookRecordset* con
   // Mode: the submode is the more exact name (USB rather than SSB, FT4 rather than MFSK);
   // the mode is kept so the export can write the pair again.
   if (p.hasSubmode && !p.submode.empty()) {
-    contact->mode = ModeTitle(p.submode, number);
+    contact->mode = Resolve(modes_, p.submode, number, false);
     if (p.hasMode) {
       AppendExtraField(&contact->extraFields, "mode", "", p.mode);
     }
   } else if (p.hasMode && !p.mode.empty()) {
-    contact->mode = ModeTitle(p.mode, number);
+    contact->mode = Resolve(modes_, p.mode, number, false);
   }
   if (options_.autoBand && contact->bandMHz.empty() && p.hertz > 0 && p.hertz <= UINT32_MAX) {
     for (const CBandsRecordSet& b : reference_.bands) {
@@ -379,7 +456,8 @@ bool AdifContactMapper::Finish(Pending& p, size_t number, CLogbookRecordset* con
           reference_.countries->CountryForDxcc(CountryTables::DxccNumber(contact->dxcc));
     }
   }
-  for (Pending::Date& d : p.dates) {
+  for (size_t i = 0; i < p.dateCount; ++i) {
+    const Pending::Date& d = p.dates[i];
     auto date = AdifDate(d.value);
     if (date && contact->*d.target->flag == "1" && !(contact->*d.target->date)) {
       contact->*d.target->date = date;
@@ -432,23 +510,36 @@ bool AdifContactMapper::Finish(Pending& p, size_t number, CLogbookRecordset* con
 
 bool AdifContactMapper::Map(std::span<const AdifDocument::Field> fields, size_t number,
                             CLogbookRecordset* contact, std::vector<AdifProblem>* problems) {
-  *contact = CLogbookRecordset();
-  Pending p;
+  ClearContact(contact);
+  pending_->Clear();
   for (const AdifDocument::Field& field : fields) {
     if (!field.value.empty()) {
-      Place(field, p, contact, problems, number);
+      Place(field, contact, problems, number);
     }
   }
-  return Finish(p, number, contact, problems);
+  return Finish(number, contact, problems);
 }
 
 void AdifContactMapper::AppendSummary(std::vector<AdifProblem>* problems) const {
-  for (const auto& [key, seen] : unknown_) {
-    problems->push_back(
-        {0, false,
-         key.first + " \"" + key.second + "\" is not one the logbook knows; stored as written (" +
-             std::to_string(seen.count) + (seen.count == 1 ? " contact" : " contacts") +
-             ", the first in record " + std::to_string(seen.first) + ")"});
+  std::vector<std::pair<std::string, const Resolutions*>> kinds = {{"BAND", &bands_},
+                                                                   {"MODE", &modes_}};
+  for (const auto& [name, values] : flags_) {
+    kinds.emplace_back(name, &values);
+  }
+  for (const auto& [what, values] : kinds) {
+    std::map<std::string, const Resolved*> sorted;
+    for (const auto& [value, r] : *values) {
+      if (!r.known && r.count > 0) {
+        sorted.emplace(r.stored, &r);
+      }
+    }
+    for (const auto& [stored, r] : sorted) {
+      problems->push_back(
+          {0, false,
+           what + " \"" + stored + "\" is not one the logbook knows; stored as written (" +
+               std::to_string(r->count) + (r->count == 1 ? " contact" : " contacts") +
+               ", the first in record " + std::to_string(r->first) + ")"});
+    }
   }
 }
 

@@ -2,6 +2,8 @@
 
 #include "logbook/adif_text.h"
 
+#include <algorithm>
+
 namespace tavlorin {
 
 std::string AdifProblem::Format() const {
@@ -33,7 +35,15 @@ uint32_t AdifDocument::Intern(std::string_view name) {
 
 void AdifDocument::AddField(std::string_view name, std::string_view type, size_t offset,
                             size_t length) {
-  fields_.push_back({Intern(name), Intern(type), static_cast<uint32_t>(offset),
+  const size_t position = std::min<size_t>(fields_.size() - openFrom_, 63);
+  if (position >= byPosition_.size()) {
+    byPosition_.resize(position + 1);
+  }
+  auto& cached = byPosition_[position];
+  if (cached.first != name) {
+    cached = {std::string(name), Intern(name)};
+  }
+  fields_.push_back({cached.second, type.empty() ? 0 : Intern(type), static_cast<uint32_t>(offset),
                      static_cast<uint32_t>(length)});
 }
 

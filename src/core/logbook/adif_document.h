@@ -95,6 +95,9 @@ class AdifDocument {
   std::string text_;
   std::vector<std::string> names_;  // [0] is ""
   std::unordered_map<std::string, uint32_t, Hash, std::equal_to<>> rawNames_;
+  // Records repeat their fields in the same order: the name last met at each position of a
+  // record, as written, spares most look-ups.
+  std::vector<std::pair<std::string, uint32_t>> byPosition_;
   std::vector<FieldRef> fields_;
   std::vector<RecordSlot> records_;
   RecordSlot header_{0, 0};

@@ -14,7 +14,8 @@
 
 namespace tavlorin {
 
-Status WriteFileAtomically(const std::string& path, const std::string& text) {
+Status WriteFileAtomically(const std::string& path,
+                           std::initializer_list<std::string_view> pieces) {
   const std::filesystem::path target(path);
   const std::filesystem::path folder =
       target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path();
@@ -35,19 +36,21 @@ Status WriteFileAtomically(const std::string& path, const std::string& text) {
   if (fd < 0) {
     return Status::Error("Cannot write " + path + ": " + std::strerror(errno));
   }
-  size_t written = 0;
-  while (written < text.size()) {
-    const ssize_t n = ::write(fd, text.data() + written, text.size() - written);
-    if (n < 0 && errno == EINTR) {
-      continue;
+  for (std::string_view text : pieces) {
+    size_t written = 0;
+    while (written < text.size()) {
+      const ssize_t n = ::write(fd, text.data() + written, text.size() - written);
+      if (n < 0 && errno == EINTR) {
+        continue;
+      }
+      if (n <= 0) {
+        const std::string error = std::strerror(errno);
+        ::close(fd);
+        ::unlink(temp.c_str());
+        return Status::Error("Cannot write " + path + ": " + error);
+      }
+      written += static_cast<size_t>(n);
     }
-    if (n <= 0) {
-      const std::string error = std::strerror(errno);
-      ::close(fd);
-      ::unlink(temp.c_str());
-      return Status::Error("Cannot write " + path + ": " + error);
-    }
-    written += static_cast<size_t>(n);
   }
   if (::fsync(fd) != 0 || ::close(fd) != 0 || ::rename(temp.c_str(), path.c_str()) != 0) {
     const std::string error = std::strerror(errno);
@@ -114,14 +117,8 @@ AdifExportResult ExportAdif(LogbookDatabase& database, const std::string& path,
   progress.Step(result.records, total);
   const AdifHeaderInfo info =
       MakeAdifHeaderInfo(database.path(), result.records, options.now.value_or(std::time(nullptr)));
-  std::string text = options.xml ? AdxHeader(info) : AdiHeader(info);
-  text.reserve(text.size() + body.size() + 32);
-  text += body;
-  body = std::string();
-  if (options.xml) {
-    text += AdxFooter();
-  }
-  result.status = WriteFileAtomically(path, text);
+  result.status = WriteFileAtomically(path, {options.xml ? AdxHeader(info) : AdiHeader(info), body,
+                                             options.xml ? AdxFooter() : std::string()});
   return result;
 }
 

@@ -10,8 +10,10 @@
 #pragma once
 
 #include <ctime>
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "logbook/adif_writer.h"
 #include "logbook/exchange_progress.h"
@@ -53,8 +55,9 @@ AdifExportResult ExportAdif(LogbookDatabase& database, const std::string& path,
                             const AdifExportOptions& options,
                             const ExchangeProgress& progress = {});
 
-// Writes `text` to `path` through a temporary file in the same folder and a rename.
-Status WriteFileAtomically(const std::string& path, const std::string& text);
+// Writes `pieces`, one after the other, to `path` through a temporary file in the same folder
+// and a rename.
+Status WriteFileAtomically(const std::string& path, std::initializer_list<std::string_view> pieces);
 
 // The number of contacts that `where` lists (for a progress bar's total).
 Status CountListed(const LogbookDatabase& database, const std::string& where, size_t* count);

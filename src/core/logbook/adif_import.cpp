@@ -40,16 +40,18 @@ std::string AdifImportResult::FinishedText() const {
 AdifImport::AdifImport(LogbookDatabase& database, AdifImportOptions options)
     : database_(database), options_(options) {}
 
-Status AdifImport::Read(const std::string& path, const ExchangeProgress& progress) {
+Status AdifImport::Read(const std::string& path, const ExchangeProgress& progress,
+                        bool analyse) {
   progress.Status(kImportExtracting);
   std::string bytes;
   Status s = ReadWholeFile(path, &bytes);
-  return s.ok() ? ReadBytes(std::move(bytes), progress) : s;
+  return s.ok() ? ReadBytes(std::move(bytes), progress, analyse) : s;
 }
 
-Status AdifImport::ReadBytes(std::string bytes, const ExchangeProgress& progress) {
+Status AdifImport::ReadBytes(std::string bytes, const ExchangeProgress& progress, bool analyse) {
   problems_.clear();
   refused_ = 0;
+  analysed_ = false;
   progress.Status(kImportExtracting);
   const ReadProgress reading = [&progress](size_t done, size_t total) {
     progress.Step(done, total);
@@ -74,8 +76,21 @@ Status AdifImport::ReadBytes(std::string bytes, const ExchangeProgress& progress
   if (s.ok()) {
     s = database_.Modes(&reference_.modes);
   }
-  return s.ok() ? Analyse(progress) : s;
+  if (!s.ok() || !analyse) {
+    problems_ = document_.problems();
+    return s;
+  }
+  return Analyse(progress);
 }
+
+namespace {
+
+void SortByRecord(std::vector<AdifProblem>* problems) {
+  std::stable_sort(problems->begin(), problems->end(),
+                   [](const AdifProblem& a, const AdifProblem& b) { return a.record < b.record; });
+}
+
+}  // namespace
 
 Status AdifImport::Analyse(const ExchangeProgress& progress) {
   progress.Status(kImportAnalysing);
@@ -96,8 +111,8 @@ Status AdifImport::Analyse(const ExchangeProgress& progress) {
     }
   }
   mapper.AppendSummary(&problems_);
-  std::stable_sort(problems_.begin(), problems_.end(),
-                   [](const AdifProblem& a, const AdifProblem& b) { return a.record < b.record; });
+  SortByRecord(&problems_);
+  analysed_ = true;
   progress.Step(document_.size(), document_.size());
   return Status::Ok();
 }
@@ -117,30 +132,28 @@ AdifImportResult AdifImport::Save(const ExchangeProgress& progress, bool dryRun)
   AdifContactMapper mapper(reference_, options_);
   std::vector<AdifDocument::Field> fields;
   std::vector<AdifProblem> ignored;
-  std::vector<CLogbookRecordset> chunk;
-  std::vector<size_t> numbers;  // the record number of each contact of the chunk
+  // The chunk's contacts are reused from chunk to chunk, strings and all.
+  std::vector<CLogbookRecordset> chunk(std::min(kChunk, document_.size()));
+  std::vector<size_t> numbers(chunk.size());  // the record number of each contact
   size_t next = 1;
   BulkAddSource source;
   source.next = [&](bool* cancel) {
-    chunk.clear();
-    numbers.clear();
     progress.Step(next - 1, document_.size());
     if (progress.Cancelled()) {
       *cancel = true;
       return std::span<const CLogbookRecordset>();
     }
-    for (; next <= document_.size() && chunk.size() < kChunk; ++next) {
-      chunk.emplace_back();
+    size_t used = 0;
+    for (; next <= document_.size() && used < chunk.size(); ++next) {
       document_.Record(next, &fields);
       ignored.clear();
-      if (mapper.Map(fields, next, &chunk.back(), &ignored)) {
-        numbers.push_back(next);
-        continue;
+      if (mapper.Map(fields, next, &chunk[used], analysed_ ? &ignored : &problems_)) {
+        numbers[used++] = next;
+      } else {
+        ++result.errors;  // problems() says why
       }
-      chunk.pop_back();
-      ++result.errors;  // problems() says why
     }
-    return std::span<const CLogbookRecordset>(chunk);
+    return std::span<const CLogbookRecordset>(chunk.data(), used);
   };
   source.rollBack = dryRun;
   source.notStored = [&](size_t index, const std::string& reason) {
@@ -148,6 +161,13 @@ AdifImportResult AdifImport::Save(const ExchangeProgress& progress, bool dryRun)
   };
   BulkAddResult added = database_.AddRecords(source);
   progress.Step(document_.size(), document_.size());
+  if (!analysed_) {
+    // The analysis was done on the way: its problems are the file's from now on.
+    refused_ = static_cast<size_t>(result.errors);
+    mapper.AppendSummary(&problems_);
+    SortByRecord(&problems_);
+    analysed_ = true;
+  }
   result.cancelled = added.cancelled;
   result.status = added.status;
   if (!added.status.ok()) {
@@ -159,8 +179,7 @@ AdifImportResult AdifImport::Save(const ExchangeProgress& progress, bool dryRun)
   result.stored = added.stored;
   result.duplicates = added.duplicates;
   result.errors += added.failed + added.duplicates;
-  std::stable_sort(result.notStored.begin(), result.notStored.end(),
-                   [](const AdifProblem& a, const AdifProblem& b) { return a.record < b.record; });
+  SortByRecord(&result.notStored);
   progress.Status(result.FinishedText());
   return result;
 }

@@ -59,10 +59,12 @@ class AdifImport {
   AdifImport(LogbookDatabase& database, AdifImportOptions options);
 
   // Reads and analyses the file; the XML form is recognised by its content. Fails when the
-  // file cannot be read, is not ADIF at all, or the reading was cancelled.
-  Status Read(const std::string& path, const ExchangeProgress& progress = {});
+  // file cannot be read, is not ADIF at all, or the reading was cancelled. Without `analyse`
+  // (no preview wanted) the analysis is left to Save, which then fills problems().
+  Status Read(const std::string& path, const ExchangeProgress& progress = {},
+              bool analyse = true);
   // The same on the file's bytes.
-  Status ReadBytes(std::string bytes, const ExchangeProgress& progress = {});
+  Status ReadBytes(std::string bytes, const ExchangeProgress& progress = {}, bool analyse = true);
 
   size_t size() const { return document_.size(); }
   const AdifDocument& document() const { return document_; }
@@ -70,7 +72,8 @@ class AdifImport {
   bool Contact(size_t number, CLogbookRecordset* contact) const;
   // What the reading and the analysis found, by record number (0: the file as a whole).
   const std::vector<AdifProblem>& problems() const { return problems_; }
-  // Records that will not be stored for a problem of their own (duplicates not counted).
+  // Records that will not be stored for a problem of their own (duplicates not counted);
+  // known once analysed.
   size_t refused() const { return refused_; }
 
   // Stores every storable record in one transaction. A dry run does all of it, duplicate
@@ -86,6 +89,7 @@ class AdifImport {
   AdifDocument document_;
   std::vector<AdifProblem> problems_;
   size_t refused_ = 0;
+  bool analysed_ = false;
 };
 
 }  // namespace tavlorin

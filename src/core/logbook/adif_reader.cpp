@@ -246,8 +246,14 @@ Status ReadAdif(std::string bytes, AdifDocument* document, const ReadProgress& p
     return Status::Error("The file is too big to read (over 2 GB)");
   }
   size_t pos = bytes.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
-  // A rough guess from the size keeps the vectors from growing step by step.
-  document->Reserve(bytes.size() / 400, bytes.size() / 20);
+  // Every field starts with "<": counting them keeps the vectors from growing step by step.
+  size_t tags = 0;
+  for (const char* at = bytes.data(); (at = static_cast<const char*>(std::memchr(
+                                           at, '<', bytes.data() + bytes.size() - at))) != nullptr;
+       ++at) {
+    ++tags;
+  }
+  document->Reserve(tags / 8, tags);
   std::string_view s(bytes);
   AdiParser parser(s, document, progress);
   bool going = true;

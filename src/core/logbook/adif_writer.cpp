@@ -1,5 +1,6 @@
 #include "logbook/adif_writer.h"
 
+#include <charconv>
 #include <cstdio>
 
 #include "logbook/adif_extra_fields.h"
@@ -101,19 +102,25 @@ bool Writes(In in, AdifFieldSet set) {
   return false;
 }
 
-// "%Y%m%d" (digits 0-7 of "YYYY-MM-DD HH:MM:SS") or "%H%M%S" of a date; empty when unset.
+void AppendDigits(int value, int width, std::string* out) {
+  char digits[12];
+  for (int i = width - 1; i >= 0; --i) {
+    digits[i] = static_cast<char>('0' + value % 10);
+    value /= 10;
+  }
+  out->append(digits, static_cast<size_t>(width));
+}
+
+// "%Y%m%d" or "%H%M%S" of a date; empty when unset.
 void DatePart(const std::optional<OleDate>& date, bool time, std::string* out) {
   out->clear();
   if (!date) {
     return;
   }
-  const std::string text = FormatOleDate(*date);
-  const int picks[2][8] = {{0, 1, 2, 3, 5, 6, 8, 9}, {11, 12, 14, 15, 17, 18, -1, -1}};
-  for (int i : picks[time ? 1 : 0]) {
-    if (i >= 0) {
-      out->push_back(text[static_cast<size_t>(i)]);
-    }
-  }
+  const OleDateParts p = SplitOleDate(*date);
+  AppendDigits(time ? p.hour : p.year, time ? 2 : 4, out);
+  AppendDigits(time ? p.minute : p.month, 2, out);
+  AppendDigits(time ? p.second : p.day, 2, out);
 }
 
 // Appends a field to `out`, reusing the slot after `*used` when there is one.
@@ -284,13 +291,13 @@ std::string AdiHeader(const AdifHeaderInfo& info) {
 }
 
 void AppendAdiRecord(std::span<const AdifOutField> fields, std::string* out) {
-  char length[16];
+  char length[24];
   for (const AdifOutField& f : fields) {
     out->push_back('<');
     out->append(f.name);
     out->push_back(':');
-    const int n = std::snprintf(length, sizeof length, "%zu", f.value.size());
-    out->append(length, static_cast<size_t>(n));
+    const auto end = std::to_chars(length, length + sizeof length, f.value.size()).ptr;
+    out->append(length, static_cast<size_t>(end - length));
     if (!f.type.empty()) {
       out->push_back(':');
       out->append(f.type);

@@ -135,7 +135,7 @@ CabrilloExportResult ExportCabrillo(LogbookDatabase& database, const std::string
   }
   progress.Step(result.contacts, contacts.size());
   text += "END-OF-LOG:\r\n";
-  result.status = WriteFileAtomically(path, text);
+  result.status = WriteFileAtomically(path, {text});
   return result;
 }
 

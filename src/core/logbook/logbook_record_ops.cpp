@@ -282,6 +282,7 @@ BulkAddResult LogbookDatabase::AddRecords(const BulkAddSource& source) {
       break;
     }
     total += chunk.size();
+    seen.reserve(seen.size() + chunk.size());
     double first = loadedFirst, last = loadedLast;
     for (const CLogbookRecordset& r : chunk) {
       if (r.startTime && first > last) {
