@@ -19,6 +19,21 @@ enum Manufacturer : int32_t {
   kNrd535 = 8,
 };
 
+// Every family code. A new family takes the next free number and needs a row here, its line
+// settings (line_settings.cpp) and a case in CatRadio's switch; the radio definitions reader
+// refuses codes that are not listed.
+inline constexpr Manufacturer kFamilies[] = {kIcom,   kElecraft,      kKenwood, kYaesu,
+                                             kTenTec, kDemonstration, kGeneral, kNrd535};
+
+constexpr bool IsFamilyCode(int code) {
+  for (Manufacturer family : kFamilies) {
+    if (family == code) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // The company names as the user sees them.
 inline constexpr std::string_view kCompanyIcom = "ICOM";
 inline constexpr std::string_view kCompanyElecraft = "Elecraft";

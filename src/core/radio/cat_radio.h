@@ -26,6 +26,7 @@
 #include "radio/kenwood/kenwood_driver.h"
 #include "radio/nrd535/nrd535_driver.h"
 #include "radio/pcr1000/pcr1000_driver.h"
+#include "radio/radio_models.h"
 #include "radio/tentec/tentec_driver.h"
 #include "radio/value_map.h"
 #include "radio/yaesu/yaesu_driver.h"
@@ -37,8 +38,8 @@ namespace tavlorin {
 struct ConnectParams {
   int company = 0;  // the Manufacturer code of the company (6 for the demonstration radios)
   std::string model;
-  std::string port;  // a device path, or "remote"
-  std::string speed;  // bit rate as text, "4800"
+  std::string port;        // a device path, or "remote"
+  std::string speed;       // bit rate as text, "4800"
   std::string civAddress;  // hexadecimal text, ICOM only ("5C")
   bool cts = false;
   bool dtr = false;
@@ -79,6 +80,11 @@ class CatRadio {
   uint32_t ReadValue(const std::string& command, const std::string& label);
   int SetValue(const std::string& command, const std::string& label);
   std::string ReadString(const std::string& command);
+
+  // The radio definition of `modelName`: the model's quirks (properties), CI-V frequency width
+  // and family; an empty definition for a model the definitions do not list. Any thread that
+  // may read modelName may call it.
+  const RadioModel& definition() const { return RadioModelOrDefault(modelName); }
 
   RadioLink& link() { return link_; }
   Clock& clock() { return clock_; }

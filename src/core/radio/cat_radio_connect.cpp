@@ -3,6 +3,7 @@
 
 #include "radio/cat_radio.h"
 #include "radio/demo/demo_defaults.h"
+#include "radio/radio_model_properties.h"
 #include "shell/debug_log.h"
 
 namespace tavlorin {
@@ -11,23 +12,12 @@ namespace {
 constexpr int kConnectAttempts = 3;
 constexpr std::chrono::milliseconds kAttemptWait{250};
 
-// The family a demonstration model answers as.
-int DemonstrationFamily(const std::string& model) {
-  if (model.rfind("Orion", 0) == 0) {
-    return kTenTec;
-  }
-  if (model.rfind("K2", 0) == 0) {
-    return kElecraft;
-  }
-  if (model.rfind("PCR-1000", 0) == 0) {
-    return kGeneral;  // its table ("freq", "mode", "filter") answers through the receiver's driver
-  }
-  return kKenwood;
-}
+namespace p = model_property;
 
-bool IsKenwoodPowerModel(const std::string& model) {
-  return model == "TS-480" || model == "TS-570" || model == "TS-870";
-}
+constexpr const char* kBatteryQuestion =
+    "Switch off your FT-817?\n\nNote:\nDo not use this command when using Alkaline batteries\nor "
+    "the optional FNB-72 Ni-Cd battery Pack.";
+constexpr const char* kPowerQuestion = "Switch off your Radio?";
 
 }  // namespace
 
@@ -59,9 +49,11 @@ int CatRadio::Connect(const ConnectParams& params, std::string* identification,
   }
 
   if (params.company == kDemonstration) {
-    manufacturer = DemonstrationFamily(modelName);
+    // The family of the model it imitates; a PCR-1000's table ("freq", "mode", "filter")
+    // answers through the receiver's own driver.
+    manufacturer = ResolvedFamily(definition());
   }
-  isPcr1000 = params.company == kGeneral && modelName == "PCR-1000";
+  isPcr1000 = manufacturer == kGeneral;
   civAddress = static_cast<uint8_t>(std::strtoul(civAddressText.c_str(), nullptr, 16));
 
   if (params.company != kDemonstration && !OpenPort(message)) {
@@ -85,7 +77,7 @@ bool CatRadio::FamilyStartUp(const ConnectParams& params, std::string* identific
       break;
     case kDemonstration:
       isDemo = 1;
-      LoadDemonstrationDefaults(manufacturer, modelName.find("PCR-1000") == 0, values_);
+      LoadDemonstrationDefaults(manufacturer, values_);
       break;
     case kGeneral:
       if (pcr1000_.StartUp(message) == 0) {
@@ -115,8 +107,9 @@ bool CatRadio::ReadFrequencyWithRetries(const ConnectParams& params, std::string
     }
     if (manufacturer == kElecraft || manufacturer == kKenwood) {
       kenwood_.StartUp();
-    } else if (manufacturer == kTenTec && modelName == "Orion") {
-      tentec_.WakeUp();
+    }
+    if (std::string_view wakeUp = definition().Property(p::kWakeUp); !wakeUp.empty() && !isDemo) {
+      ReadString(std::string(wakeUp));  // the answer does not matter: the radio is listening
     }
     Frequency hz = 0;
     std::string text;
@@ -140,27 +133,29 @@ void CatRadio::Disconnect() {
 }
 
 int CatRadio::SwitchPower(const std::string& model, bool on) {
-  const bool kenwoodModel = IsKenwoodPowerModel(model);
-  if (isDemo || !(kenwoodModel || model == "FT-817" || model == "PCR-1000")) {
+  const RadioModel& definition = RadioModelOrDefault(model);
+  const std::string_view power = definition.Property(p::kPower);
+  if (isDemo || power.empty()) {
     return 0;
   }
-  if (!on) {
-    const char* text = model == "FT-817"
-                           ? "Switch off your FT-817?\n\nNote:\nDo not use this command when "
-                             "using Alkaline batteries\nor the optional FNB-72 Ni-Cd battery Pack."
-                           : "Switch off your Radio?";
-    // The PCR-1000 is switched off without a question: it has no front panel to switch it on.
-    if (model != "PCR-1000" && !(ask_ && ask_("Closing...", text))) {
+  // A PCR-1000 is switched off without a question: it has no front panel to switch it on.
+  if (!on && power != kPowerQuiet) {
+    const char* text = power == kPowerBattery ? kBatteryQuestion : kPowerQuestion;
+    if (!(ask_ && ask_("Closing...", text))) {
       return 0;
     }
   }
-  if (kenwoodModel) {
-    return kenwood_.SwitchPower(on);
+  switch (manufacturer) {
+    case kElecraft:
+    case kKenwood:
+      return kenwood_.SwitchPower(on);
+    case kYaesu:
+      return yaesu_.SwitchPower(on);
+    case kGeneral:
+      return pcr1000_.SwitchPower(on);
+    default:
+      return 0;
   }
-  if (model == "FT-817") {
-    return yaesu_.SwitchPower(on);
-  }
-  return pcr1000_.SwitchPower(on);
 }
 
 }  // namespace tavlorin

@@ -69,7 +69,7 @@ struct RadioRequest {
   uint32_t code = 0;
   std::weak_ptr<RadioResultTarget> target;  // the window that receives the result
   CatRadio* radio = nullptr;
-  std::string modelName;      // compared with "FT-817" by the frequency read
+  std::string modelName;      // whose definition's quirks the frequency read follows
   std::string text;           // a control name, command text or macro
   uint32_t value1 = 0;        // frequency, VFO selector or control value, per code
   uint32_t value2 = 0;        // second value; 1006 and 1014: the slider's identifier

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "radio/cat_radio.h"
+#include "radio/radio_model_properties.h"
 
 namespace tavlorin {
 namespace {
@@ -42,7 +43,8 @@ void RadioRequestHandler::ReadFrequencies(CatRadio& radio, const std::string& mo
     radio.ReadFrequency(ReadVfoFor(vfo == 1 ? 0 : vfo), &result.frequencyA);
     radio.ReadFrequency(1, &result.frequencyB);
     result.frequencyCurrent = vfo == 1 ? result.frequencyB : result.frequencyA;
-    if (model == "FT-817") {
+    // A radio that reads the other VFO by swapping (the FT-817) has read the VFO in use first.
+    if (RadioModelOrDefault(model).Has(model_property::kVfoAIsCurrent)) {
       result.frequencyCurrent = result.frequencyA;
     }
   }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <thread>
 
+#include "radio/radio_model_properties.h"
 #include "radio/radio_settings.h"
 
 namespace tavlorin {
@@ -317,7 +318,7 @@ void CRadioView::OnRadioData(int pending, std::unique_ptr<RadioResult> result) {
       break;
     case kReadSlider:
     case kSetSlider:
-      if (radio_.modelName != "IC-R8500" && r.value != 0xFFFFFFFFu) {
+      if (!radio_.definition().Has(model_property::kSlidersWriteOnly) && r.value != 0xFFFFFFFFu) {
         host_.RefreshSlider(int(r.sliderId), r.value);
       }
       break;

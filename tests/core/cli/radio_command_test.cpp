@@ -2,9 +2,13 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <filesystem>
+#include <fstream>
 #include <thread>
 
 #include "link/radio_link.h"
+#include "radio/radio_models.h"
+#include "shell/paths.h"
 #include "support/child_process.h"
 #include "support/pty_radio.h"
 #include "support/sim_kenwood.h"
@@ -67,6 +71,26 @@ TEST(RadioCommand, RadiosListsTheModelsWithTheirDefaults) {
   EXPECT_EQ(r.out.find("Kenwood"), std::string::npos);
   EXPECT_NE(r.out.find("\tFT-817"), std::string::npos);
   EXPECT_EQ(Cli({"radios", "--company", "Nobody"}).exitCode, 1);
+}
+
+// A model is a line of data: a user's definitions file adds one, and the program treats it as
+// the model it names in its command set.
+TEST(RadioCommand, AUsersDefinitionsFileAddsAModel) {
+  const std::filesystem::path file = DataDir() / kRadioDefinitionsFile;
+  std::ofstream(file) << "# my radios\n"
+                         "Orion II: Demo|\xC2\xAE Dem-o-Matic \xC2\xAE|6|Orion|57600|57600|||\n"
+                         "Orion|Ten-Tec|5||57600|57600|||wake-up=?V\n";
+  struct Remove {
+    std::filesystem::path path;
+    ~Remove() { std::filesystem::remove(path); }
+  } remove{file};
+  testing::ProcessResult r = Cli({"radios"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_NE(r.out.find("Orion II: Demo\t"), std::string::npos) << r.out;
+  EXPECT_EQ(r.out.find("TS-2000"), std::string::npos) << "the user's file replaces the shipped one";
+  r = Cli({"radio", "--model", "Orion II: Demo", "get-freq"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "14235000 14.235.000\n") << "answers from the demonstration Orion's table";
 }
 
 TEST(RadioCommand, AMissingPortGivesTheSystemReasonAndTheAdvice) {

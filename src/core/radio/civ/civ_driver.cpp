@@ -15,10 +15,7 @@ constexpr uint8_t kNoData = 0xFF;
 
 }  // namespace
 
-int CivDriver::FrequencyBytes() const {
-  const RadioModel* model = FindRadioModel(radio_.modelName);
-  return model != nullptr ? model->civFrequencyBytes : 5;
-}
+int CivDriver::FrequencyBytes() const { return radio_.definition().civFrequencyBytes; }
 
 int CivDriver::ReadIdentification(std::string* identification) {
   transaction_.Reset();

@@ -181,10 +181,7 @@ constexpr std::string_view kPcr1000Lines[] = {
 
 }  // namespace
 
-std::span<const std::string_view> DemonstrationTable(int family, bool pcr1000) {
-  if (pcr1000) {
-    return kPcr1000Lines;
-  }
+std::span<const std::string_view> DemonstrationTable(int family) {
   switch (family) {
     case kElecraft:
       return kElecraftLines;
@@ -199,9 +196,9 @@ std::span<const std::string_view> DemonstrationTable(int family, bool pcr1000) {
   }
 }
 
-void LoadDemonstrationDefaults(int family, bool pcr1000, ValueMap& values) {
+void LoadDemonstrationDefaults(int family, ValueMap& values) {
   values.Clear();
-  for (std::string_view line : DemonstrationTable(family, pcr1000)) {
+  for (std::string_view line : DemonstrationTable(family)) {
     values.LoadLine(line);
   }
 }

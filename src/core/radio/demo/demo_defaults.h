@@ -13,11 +13,11 @@
 
 namespace tavlorin {
 
-// The lines of the default table of `family` (Elecraft, Kenwood, Ten-Tec; `pcr1000` selects
-// the PCR-1000 receiver's table whatever the family). Empty for other families.
-std::span<const std::string_view> DemonstrationTable(int family, bool pcr1000);
+// The lines of the default table of `family` (Elecraft, Kenwood, Ten-Tec, and the PCR-1000
+// receiver's for General). Empty for other families.
+std::span<const std::string_view> DemonstrationTable(int family);
 
 // Clears `values` and loads the default table of `family` (see DemonstrationTable).
-void LoadDemonstrationDefaults(int family, bool pcr1000, ValueMap& values);
+void LoadDemonstrationDefaults(int family, ValueMap& values);
 
 }  // namespace tavlorin

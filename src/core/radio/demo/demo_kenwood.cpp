@@ -4,6 +4,7 @@
 
 #include "link/manufacturer.h"
 #include "radio/kenwood/kenwood_codec.h"
+#include "radio/radio_model_properties.h"
 
 namespace tavlorin {
 namespace {
@@ -13,11 +14,6 @@ constexpr size_t kIfTransmitIndex = 26;
 constexpr size_t kIfModeIndex = 27;
 constexpr size_t kIfVfoIndex = 28;
 
-bool HasSubReceiverKeys(std::string_view model) {
-  std::string_view base = kenwood::BaseModel(model);
-  return base == "TS-2000" || base == "TS-480";
-}
-
 bool IsReceiverCommand(std::string_view letters) {
   std::string_view two = letters.substr(0, 2);
   return two == "AG" || two == "SQ";
@@ -25,7 +21,7 @@ bool IsReceiverCommand(std::string_view letters) {
 
 // How many characters of a written command name its key.
 size_t KeyLength(const DemoKenwoodRadio& radio, std::string_view letters) {
-  if (radio.family == kKenwood && HasSubReceiverKeys(radio.model) && IsReceiverCommand(letters)) {
+  if (radio.family == kKenwood && radio.receiverDigit && IsReceiverCommand(letters)) {
     return 3;
   }
   return 2;
@@ -87,6 +83,16 @@ void KenwoodEffects(ValueMap& values, std::string_view key, std::string_view val
 
 }  // namespace
 
+DemoKenwoodRadio DemoKenwoodRadio::Of(int family, const RadioModel& model) {
+  namespace p = model_property;
+  DemoKenwoodRadio radio;
+  radio.family = family;
+  radio.receiverDigit = model.Has(p::kReceiverDigit);
+  radio.meterKey = std::string(model.Property(p::kSMeter, "SM"));
+  radio.meterScale = static_cast<unsigned>(model.Number(p::kSMeterScale, 30));
+  return radio;
+}
+
 std::string DemoMeterText(unsigned value) {
   char text[16];
   std::snprintf(text, sizeof text, "%-4.4u", value);
@@ -102,13 +108,11 @@ std::string DemoKenwoodRead(const DemoKenwoodRadio& radio, ValueMap& values,
     }
     return values.Get(key);
   }
-  const bool subReceiverKeys = HasSubReceiverKeys(radio.model);
-  if (subReceiverKeys && IsReceiverCommand(key)) {
+  if (radio.receiverDigit && IsReceiverCommand(key)) {
     key = key.substr(0, 3);
   }
   if (key == "FA" || key == "FB") {
-    const bool ts480 = kenwood::BaseModel(radio.model) == "TS-480";
-    AdvanceMeter(values, subReceiverKeys ? "SM0" : "SM", ts480 ? 21 : 31);
+    AdvanceMeter(values, radio.meterKey, radio.meterScale + 1);
   }
   return values.Get(key);
 }

@@ -137,19 +137,4 @@ uint8_t ElecraftMeterValue(uint32_t bargraph) {
   return static_cast<uint8_t>(bargraph >= 12 ? bargraph - 12 : bargraph);
 }
 
-std::string_view BaseModel(std::string_view modelName) {
-  return modelName.substr(0, modelName.find(':'));
-}
-
-std::string_view KenwoodMeterCommand(std::string_view modelName) {
-  std::string_view model = BaseModel(modelName);
-  if (model == "TS-2000" || model == "TS-480") {
-    return "SM0";
-  }
-  if (model == "TS-440S") {
-    return "";
-  }
-  return "SM";
-}
-
 }  // namespace tavlorin::kenwood

@@ -65,10 +65,5 @@ bool IsElecraftAnswer(std::string_view reply, std::string_view letters);
 
 // The Elecraft "BG" bar graph: 12 and above carry a flag of 12 on top of the reading.
 uint8_t ElecraftMeterValue(uint32_t bargraph);
-// The part of a model name before ":" ("TS-2000: Demo" -> "TS-2000").
-std::string_view BaseModel(std::string_view modelName);
-// The Kenwood S-meter command of a model: "SM0" for the TS-2000 and TS-480 (main receiver),
-// "" for the TS-440S (it has none), "SM" otherwise.
-std::string_view KenwoodMeterCommand(std::string_view modelName);
 
 }  // namespace tavlorin::kenwood

@@ -4,6 +4,7 @@
 #include "radio/demo/demo_kenwood.h"
 #include "radio/kenwood/kenwood_codec.h"
 #include "radio/kenwood/kenwood_transaction.h"
+#include "radio/radio_model_properties.h"
 
 namespace tavlorin {
 namespace {
@@ -18,8 +19,8 @@ bool KenwoodDriver::IsElecraft() const { return radio_.manufacturer == kElecraft
 
 std::string KenwoodDriver::Read(std::string_view command) {
   if (radio_.isDemo) {
-    DemoKenwoodRadio demo{radio_.manufacturer, radio_.modelName};
-    return DemoKenwoodRead(demo, radio_.values(), command);
+    return DemoKenwoodRead(DemoKenwoodRadio::Of(radio_.manufacturer, radio_.definition()),
+                           radio_.values(), command);
   }
   KenwoodTransaction t(radio_.link(), radio_.clock(), radio_.abort);
   return IsElecraft() ? t.ElecraftRead(command) : t.KenwoodRead(command);
@@ -27,8 +28,8 @@ std::string KenwoodDriver::Read(std::string_view command) {
 
 bool KenwoodDriver::Send(std::string_view command) {
   if (radio_.isDemo) {
-    DemoKenwoodRadio demo{radio_.manufacturer, radio_.modelName};
-    return DemoKenwoodWrite(demo, radio_.values(), kenwood::TerminatedCommand(command)) != 0;
+    return DemoKenwoodWrite(DemoKenwoodRadio::Of(radio_.manufacturer, radio_.definition()),
+                            radio_.values(), kenwood::TerminatedCommand(command)) != 0;
   }
   KenwoodTransaction t(radio_.link(), radio_.clock(), radio_.abort);
   return IsElecraft() ? t.ElecraftSend(command) : t.KenwoodSend(command);
@@ -71,11 +72,12 @@ uint8_t KenwoodDriver::ReadSMeter() {
   if (IsElecraft()) {
     return kenwood::ElecraftMeterValue(kenwood::ParseValue(Read("BG")));
   }
-  std::string_view command = kenwood::KenwoodMeterCommand(radio_.modelName);
-  if (command.empty()) {
+  const RadioModel& model = radio_.definition();
+  if (model.Has(model_property::kNoSMeter)) {
     return 0;
   }
-  return static_cast<uint8_t>(kenwood::ParseValue(Read(command)));
+  return static_cast<uint8_t>(
+      kenwood::ParseValue(Read(model.Property(model_property::kSMeter, "SM"))));
 }
 
 uint32_t KenwoodDriver::ReadValue(const std::string& command) {

@@ -1,14 +1,15 @@
 // KenwoodDriver: the operations of the two families that speak the Kenwood ASCII command
 // language, Kenwood (3) and Elecraft (2); CatRadio's switch calls them. Which flavour applies is
-// the radio's `manufacturer`; per-model rules (the S-meter command, power switching) follow the
-// radio's `modelName`. A demonstration radio (`isDemo`) answers every read and write from the
-// radio's value map instead of the port.
+// the radio's `manufacturer`; per-model rules (the S-meter command, power switching) are
+// properties of the model's radio definition. A demonstration radio (`isDemo`) answers every read
+// and write from the radio's value map instead of the port.
 //
 // Commands per operation (Kenwood / Elecraft):
 //   ReadFrequency  VFO 0 "FA", 1 "FB", 2 the first 11 characters of "IF" / VFO 2 as VFO 0
 //   SetFrequency   "FA"/"FB"/"FC" + 11 digits          / "FA"/"FB"/"FA" + 11 digits
 //   ReadMode       "MD"; SetMode "MD" + 1 digit
-//   ReadSMeter     "SM0" (TS-2000, TS-480), "SM", none (TS-440S) / "BG" less 12 from 12 up
+//   ReadSMeter     the model's "s-meter" ("SM0" on the TS-2000), "SM", none with "no-s-meter"
+//                  (TS-440S) / "BG" less 12 from 12 up
 //   ReadValue, ReadString, SetValue: the command text itself
 //
 // Owned by its CatRadio and used on that radio's thread only. No operation throws; failures
@@ -41,7 +42,7 @@ class KenwoodDriver {
   uint32_t ReadValue(const std::string& command);
   int SetValue(const std::string& command);
   std::string ReadString(const std::string& command);
-  // "TS-480", "TS-570", "TS-870": switches with "PS0"/"PS1", waking the radio's serial
+  // Models with the "power" property (TS-480, TS-570, TS-870): "PS0"/"PS1", waking the serial
   // receiver with ";;;;;" and waiting for it to answer "FA" when switching on. Returns 1.
   int SwitchPower(bool on);
 

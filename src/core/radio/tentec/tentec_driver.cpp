@@ -3,14 +3,14 @@
 #include <cctype>
 
 #include "radio/cat_radio.h"
-#include "radio/radio_models.h"
+#include "radio/radio_model_properties.h"
 #include "radio/tentec/tentec_codec.h"
 
 namespace tavlorin {
 
 std::string TenTecDriver::ModeCommand() const {
   // The Orion keeps a mode per receiver ("RMM" main); the Argonaut has one ("M").
-  return CommandSetOf(radio_.modelName) == "Argonaut" ? "M" : "RMM";
+  return std::string(radio_.definition().Property(model_property::kModeCommand, "RMM"));
 }
 
 std::optional<std::string> TenTecDriver::Query(const std::string& queryForm) {
@@ -45,8 +45,6 @@ bool TenTecDriver::Set(const std::string& setForm) {
   radio_.values().Set("?" + body.substr(0, split), body.substr(split));
   return true;
 }
-
-void TenTecDriver::WakeUp() { Query("?V"); }
 
 uint32_t TenTecDriver::ReadFrequency(Frequency* hz) {
   *hz = 0;

@@ -25,9 +25,6 @@ class TenTecDriver {
  public:
   explicit TenTecDriver(CatRadio& radio) : radio_(radio), line_(radio, "\r", '\r') {}
 
-  // The Orion's wake-up, repeated before each connect attempt: a version query, which also
-  // clears whatever the radio's serial receiver holds.
-  void WakeUp();
   // The radio's mode code (Orion: 0 USB, 1 LSB, 2 CW, 3 CW-R, 4 AM, 5 FM, 6 FSK).
   int SetMode(uint8_t mode);
   // 1 and the hertz of VFO A on success, 0 and *hz = 0 otherwise.

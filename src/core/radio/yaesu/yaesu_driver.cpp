@@ -67,8 +67,13 @@ constexpr YaesuCommand kVfoToggle = {0, 0, 0, 0, 0x81};
 
 }  // namespace
 
-const YaesuModelTraits& YaesuDriver::Traits() const {
-  return YaesuTraitsFor(CommandSetOf(radio_.modelName));
+const YaesuModelTraits& YaesuDriver::Traits() {
+  const RadioModel& model = radio_.definition();
+  if (traitsOf_ != &model) {
+    traits_ = YaesuTraitsOf(model);
+    traitsOf_ = &model;
+  }
+  return traits_;
 }
 
 bool YaesuDriver::Send(const YaesuCommand& command, const char* label) {
@@ -92,8 +97,7 @@ void YaesuDriver::ConnectPreamble() {
 bool YaesuDriver::ReadStatus(int kind) {
   const StatusRead& read = kStatusReads[kind];
   size_t length = read.length;
-  const std::string set = CommandSetOf(radio_.modelName);
-  if (kind == kFt1000Flags && (set == "FT-1000D" || set == "FT-900")) {
+  if (kind == kFt1000Flags && Traits().shortFlags) {
     length = 5;
   }
   return transaction_.Exchange(read.command, std::span(status_[kind].data(), length), read.label);

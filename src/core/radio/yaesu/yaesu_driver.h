@@ -4,7 +4,7 @@
 // Every read goes through YaesuTransaction. The status replies are kept in this object's
 // buffers, each overwritten by its read, so a failed read decodes from zeros (frequency 0: a
 // failed ReadFrequency) and never from a stale reply. Per-model differences come from
-// YaesuTraitsFor (yaesu_models.h), looked up by the model's command set.
+// the properties of the model's radio definition (YaesuTraitsOf, yaesu_models.h).
 //
 // The FT-847's frequency slots depend on the radio window's "SAT" button: the window tells the
 // driver with SetSatelliteMode.
@@ -56,7 +56,7 @@ class YaesuDriver {
   Frequency satelliteFrequency() const { return satelliteHz_; }
 
  private:
-  const YaesuModelTraits& Traits() const;
+  const YaesuModelTraits& Traits();
   bool ReadStatus(int kind);
   Frequency DecodeFromStatus(const YaesuModelTraits& traits, int vfo);
   uint32_t ReadSlot(int slot, Frequency* hz);
@@ -76,6 +76,9 @@ class YaesuDriver {
   std::array<std::array<uint8_t, 32>, 10> status_{};
   std::array<std::array<uint8_t, 5>, 3> slots_{};
   uint8_t lastSlot_ = 0;
+  // The traits of the definition they were read from (the model may change between connects).
+  YaesuModelTraits traits_;
+  const RadioModel* traitsOf_ = nullptr;
 };
 
 }  // namespace tavlorin

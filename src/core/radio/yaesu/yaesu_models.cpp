@@ -1,44 +1,66 @@
 #include "radio/yaesu/yaesu_models.h"
 
+#include "radio/radio_model_properties.h"
+
 namespace tavlorin {
 namespace {
 
-using R = YaesuFrequencyRead;
-using M = YaesuMeterRead;
-constexpr YaesuDigitOrder kLsb = YaesuDigitOrder::kLeastSignificantFirst;
-constexpr YaesuDigitOrder kMsb = YaesuDigitOrder::kMostSignificantFirst;
+namespace p = model_property;
 
-// Mode and filter offsets are those of the VFO-A record of each radio's status update, as
-// its CAT documentation lays it out (FT-1000 family and FT-990: 16-byte records with the mode
-// at 7 and the IF filter at 8; FT-920: 14-byte records, mode at 7; FT-900 and FT-600: 9-byte
-// records, mode at 6; FT-100: mode in the low nibble of byte 5, bandwidth in the high one).
-// clang-format off
-constexpr YaesuModelTraits kTable[] = {
-    // name           read           order  8A     result classic meter         mask  mode filt pre  slots
-    {"FT-100",        R::kFt100,     kLsb, false, false, true,  M::kFt100,      0x00, 5,   5,   0x0F, YaesuSlotRule::kPlain},
-    {"FT-600",        R::kFt900,     kLsb, false, false, true,  M::kMeterRead,  0x00, 6,   -1,  0, YaesuSlotRule::kPlain},
-    {"FT-900",        R::kFt900,     kLsb, false, false, true,  M::kMeterRead,  0x00, 6,   -1,  0, YaesuSlotRule::kPlain},
-    {"FT-920",        R::kFt920,     kLsb, false, false, true,  M::kMeterRead,  0x00, 7,   8,   0, YaesuSlotRule::kPlain},
-    {"FT-990",        R::kFt990,     kLsb, false, false, true,  M::kMeterRead,  0x00, 7,   8,   0, YaesuSlotRule::kPlain},
-    {"FT-1000D",      R::kFt1000D,   kLsb, true,  false, true,  M::kMeterRead,  0x00, 7,   8,   0, YaesuSlotRule::kPlain},
-    {"FT-1000MP MkV", R::kFt1000Mp,  kLsb, true,  false, true,  M::kMeterRead,  0x00, 7,   8,   0x0F, YaesuSlotRule::kPlain},
-    {"FT-847",        R::kSlots,     kMsb, false, false, false, M::kStatusByte, 0x1F, -1,  -1,  0x88, YaesuSlotRule::kFt847},
-    {"FT-817",        R::kSlots,     kMsb, false, true,  false, M::kStatusByte, 0x0F, -1,  -1,  0, YaesuSlotRule::kFt817},
+template <class T>
+struct Word {
+  std::string_view word;
+  T value;
 };
 
-constexpr YaesuModelTraits kDefault = {
-    "", R::kSlots, kMsb, false, true, false, M::kStatusByte, 0x0F, -1, -1, 0, YaesuSlotRule::kPlain};
-// clang-format on
+// The value named by `word`; `fallback` for a word the table does not hold (the definitions
+// reader has refused such words already).
+template <class T, size_t N>
+T Lookup(const Word<T> (&table)[N], std::string_view word, T fallback) {
+  for (const Word<T>& w : table) {
+    if (w.word == word) {
+      return w.value;
+    }
+  }
+  return fallback;
+}
+
+constexpr Word<YaesuFrequencyRead> kReads[] = {
+    {"slots", YaesuFrequencyRead::kSlots},       {"ft100", YaesuFrequencyRead::kFt100},
+    {"ft900", YaesuFrequencyRead::kFt900},       {"ft920", YaesuFrequencyRead::kFt920},
+    {"ft990", YaesuFrequencyRead::kFt990},       {"ft1000d", YaesuFrequencyRead::kFt1000D},
+    {"ft1000mp", YaesuFrequencyRead::kFt1000Mp},
+};
+constexpr Word<YaesuMeterRead> kMeters[] = {
+    {"status-byte", YaesuMeterRead::kStatusByte},
+    {"meter-read", YaesuMeterRead::kMeterRead},
+    {"ft100", YaesuMeterRead::kFt100},
+};
+constexpr Word<YaesuSlotRule> kSlotRules[] = {
+    {"plain", YaesuSlotRule::kPlain},
+    {"ft817", YaesuSlotRule::kFt817},
+    {"ft847", YaesuSlotRule::kFt847},
+};
 
 }  // namespace
 
-const YaesuModelTraits& YaesuTraitsFor(std::string_view commandSet) {
-  for (const YaesuModelTraits& t : kTable) {
-    if (t.name == commandSet) {
-      return t;
-    }
+YaesuModelTraits YaesuTraitsOf(const RadioModel& model) {
+  YaesuModelTraits t;
+  t.frequencyRead = Lookup(kReads, model.Property(p::kFrequencyRead), t.frequencyRead);
+  if (model.Property(p::kDigits) == "lsb") {
+    t.digitOrder = YaesuDigitOrder::kLeastSignificantFirst;
   }
-  return kDefault;
+  t.vfoBOpcode8A = model.Has(p::kVfoB8A);
+  t.resultAfterSetFrequency = !model.Has(p::kNoResultByte);
+  t.classicMode = model.Has(p::kClassicMode);
+  t.meterRead = Lookup(kMeters, model.Property(p::kMeter), t.meterRead);
+  t.sMeterMask = static_cast<uint8_t>(model.Number(p::kSMeterMask, t.sMeterMask));
+  t.modeOffset = model.Number(p::kModeByte, t.modeOffset);
+  t.filterOffset = model.Number(p::kFilterByte, t.filterOffset);
+  t.preamble = model.Number(p::kPreamble, t.preamble);
+  t.slotRule = Lookup(kSlotRules, model.Property(p::kSlots), t.slotRule);
+  t.shortFlags = model.Has(p::kShortFlags);
+  return t;
 }
 
 }  // namespace tavlorin

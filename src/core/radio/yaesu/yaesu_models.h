@@ -1,14 +1,16 @@
-// YaesuModelTraits: how the Yaesu models differ, as one table of data.
+// YaesuModelTraits: how the Yaesu models differ, read from the properties of their radio
+// definitions ("TVR Radio Definitions.txt").
 //
 // The radios of this family share the 5-byte command form but differ in how the frequency is
 // read back (status update records or the frequency-and-mode read), the byte order of a set
 // frequency, whether a result byte follows a set, the mode command and the meter reads. Models
-// that borrow another's command set (FT-857 -> FT-817) are resolved through the radio
-// definitions first. Immutable; any thread.
+// that borrow another's command set (FT-857 -> FT-817) inherit its properties. A model without
+// properties gets the defaults of the newer radios (FT-817 style). Pure; any thread.
 #pragma once
 
 #include <string_view>
 
+#include "radio/radio_models.h"
 #include "radio/yaesu/yaesu_codec.h"
 
 namespace tavlorin {
@@ -39,22 +41,21 @@ enum class YaesuSlotRule {
 };
 
 struct YaesuModelTraits {
-  std::string_view name;  // the command-set name; "" for the default row
-  YaesuFrequencyRead frequencyRead;
-  YaesuDigitOrder digitOrder;
-  bool vfoBOpcode8A;  // "set frequency" for VFO B is 8A (FT-1000MP MkV, FT-1000D)
-  bool resultAfterSetFrequency;
-  bool classicMode;  // mode set 00 00 00 m 0C; toggles carry on/off in P4
-  YaesuMeterRead meterRead;
-  uint8_t sMeterMask;  // bits of the status byte that hold the S-meter
-  int modeOffset;      // mode byte in the update record; -1 for the slot reads
-  int filterOffset;    // filter byte in the update record; -1 when not known
-  int preamble;        // start-up bytes before connecting: 0 none, 0x88 or 0x0F
-  YaesuSlotRule slotRule;
+  YaesuFrequencyRead frequencyRead = YaesuFrequencyRead::kSlots;        // frequency-read
+  YaesuDigitOrder digitOrder = YaesuDigitOrder::kMostSignificantFirst;  // digits
+  bool vfoBOpcode8A = false;            // vfo-b-8a: "set frequency" for VFO B is 8A (FT-1000MP MkV)
+  bool resultAfterSetFrequency = true;  // cleared by no-result-byte
+  bool classicMode = false;  // classic-mode: mode set 00 00 00 m 0C; toggles carry on/off in P4
+  YaesuMeterRead meterRead = YaesuMeterRead::kStatusByte;  // meter
+  uint8_t sMeterMask = 0x0F;  // s-meter-mask: bits of the status byte that hold the S-meter
+  int modeOffset = -1;        // mode-byte: in the update record; -1 for the slot reads
+  int filterOffset = -1;      // filter-byte: in the update record; -1 when not known
+  int preamble = 0;           // preamble: start-up opcode before connecting, 0 none
+  YaesuSlotRule slotRule = YaesuSlotRule::kPlain;  // slots
+  bool shortFlags = false;  // short-flags: the FT-1000 flags reply has 5 bytes, not 6
 };
 
-// The traits of a command-set name; the default row (frequency-and-mode read, most significant
-// digits first) for any model the table does not name.
-const YaesuModelTraits& YaesuTraitsFor(std::string_view commandSet);
+// The traits a model's properties give.
+YaesuModelTraits YaesuTraitsOf(const RadioModel& model);
 
 }  // namespace tavlorin

@@ -162,20 +162,20 @@ TEST_F(DemoRadioTest, KenwoodMeterAndReceiverKeysPerModel) {
 
 TEST(DemoDefaultsTest, LaterLinesWinCommentsAreSkippedAndALoadReplacesTheTable) {
   ValueMap values;
-  LoadDemonstrationDefaults(kTenTec, false, values);
+  LoadDemonstrationDefaults(kTenTec, values);
   EXPECT_EQ(values.Get("?S"), "RM10S5");  // the later "?S" and "?P" lines win
   EXPECT_EQ(values.Get("?P"), "0");
   EXPECT_FALSE(values.Has("#?P"));
   size_t keys = 0;
-  for (std::string_view line : DemonstrationTable(kTenTec, false)) {
+  for (std::string_view line : DemonstrationTable(kTenTec)) {
     keys += line[0] != '#' ? 1 : 0;
   }
   EXPECT_EQ(values.size(), keys - 2);  // two keys appear twice
 
-  LoadDemonstrationDefaults(kIcom, true, values);  // the receiver's own table
+  LoadDemonstrationDefaults(kGeneral, values);  // the receiver's own table
   EXPECT_EQ(values.Get("freq"), "0014225000");
   EXPECT_FALSE(values.Has("?S"));
-  LoadDemonstrationDefaults(kYaesu, false, values);
+  LoadDemonstrationDefaults(kYaesu, values);
   EXPECT_EQ(values.size(), 0u);
 }
 

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <set>
+#include <sstream>
 
 #include "link/manufacturer.h"
 
@@ -58,8 +60,22 @@ TEST(RadioModelsTest, EveryShippedModelOffersItsCompanysSpeeds) {
     if (!m.commandSet.empty()) {
       const RadioModel* lender = FindRadioModel(m.commandSet);
       ASSERT_NE(lender, nullptr) << "borrows from an unknown model";
-      EXPECT_EQ(lender->manufacturer, m.manufacturer);
+      // A demonstration model imitates a real one; any other borrows within its family.
+      EXPECT_EQ(lender->manufacturer,
+                m.manufacturer == kDemonstration ? ResolvedFamily(m) : m.manufacturer);
+      EXPECT_NE(lender->manufacturer, kDemonstration);
     }
+  }
+}
+
+TEST(RadioModelsTest, TheShippedFileHasNoBadLine) {
+  std::ifstream in(std::string(TAVLORIN_SOURCE_DATA_DIR) + "/" + kRadioDefinitionsFile);
+  std::stringstream text;
+  text << in.rdbuf();
+  std::vector<std::string> errors;
+  EXPECT_EQ(ParseRadioDefinitions(text.str(), &errors).size(), AllRadioModels().size());
+  for (const std::string& e : errors) {
+    ADD_FAILURE() << e;
   }
 }
 
@@ -128,28 +144,79 @@ TEST(RadioModelsTest, CompanyListsFollowTheFile) {
   EXPECT_TRUE(RadioModelsOfCompany("JRC").empty());
 }
 
+TEST(RadioModelsTest, DemonstrationModelsAnswerAsTheModelTheyImitate) {
+  const struct {
+    const char* model;
+    int family;
+  } cases[] = {{"Orion: Demo", kTenTec},     {"K2: Demo", kElecraft},
+               {"TS-480: Demo", kKenwood},   {"TS-2000: Demo", kKenwood},
+               {"PCR-1000: Demo", kGeneral}, {"TS-2000", kKenwood}};
+  for (const auto& c : cases) {
+    ASSERT_NE(FindRadioModel(c.model), nullptr) << c.model;
+    EXPECT_EQ(ResolvedFamily(*FindRadioModel(c.model)), c.family) << c.model;
+  }
+  // The demonstration TS-480 inherits the real one's meter quirks.
+  EXPECT_EQ(FindRadioModel("TS-480: Demo")->Property("s-meter"), "SM0");
+  EXPECT_EQ(RadioCaption(*FindRadioModel("TS-480: Demo")), "TS-480: Demo");
+}
+
 TEST(RadioDefinitionsReaderTest, LinesCommentsAndBadLines) {
   const std::string text =
       "# comment\r\n"
       "\r\n"
-      "IC-7300|ICOM|1||300,19200|19200|94|5\r\n"
-      "FT-857|Yaesu|4|FT-817|4800,38400|38400||\r"
-      "Bad|ICOM|1||300|19200|94|5\n"  // default speed not offered
-      "Bad|ICOM|9||300|300||\n"       // no such family
-      "Bad|ICOM|1||300|300|94|6\n"    // six frequency bytes
-      "Bad|ICOM|1||300|300\n"         // fields missing
-      "|ICOM|1||300|300||\n"          // no name
-      "K2|Elecraft|2||4800|4800||";   // last line without an end
+      "IC-7300|ICOM|1||300,19200|19200|94|5\r\n"  // the format without properties still reads
+      "FT-857|Yaesu|4|FT-817|4800,38400|38400|||power=ask\r"
+      "FT-817|Yaesu|4||4800|4800|||slots=ft817, power=battery ,vfo-a-is-current\n"
+      "K2|Elecraft|2||4800|4800|||";  // last line without an end
   std::vector<std::string> errors;
   std::vector<RadioModel> models = ParseRadioDefinitions(text, &errors);
-  ASSERT_EQ(models.size(), 3u);
+  EXPECT_TRUE(errors.empty()) << errors.front();
+  ASSERT_EQ(models.size(), 4u);
   EXPECT_EQ(models[0].name, "IC-7300");
   EXPECT_EQ(models[0].speeds, (Speeds{"300", "19200"}));
-  EXPECT_EQ(models[1].commandSet, "FT-817");
-  EXPECT_EQ(models[1].civFrequencyBytes, 5);
-  EXPECT_EQ(models[2].name, "K2");
-  ASSERT_EQ(errors.size(), 5u);
-  EXPECT_EQ(errors[0], "line 5 is not a radio definition");
+  EXPECT_EQ(models[0].civFrequencyBytes, 5);
+  // FT-857 keeps its own power question and inherits the rest of the FT-817's quirks.
+  EXPECT_EQ(models[1].Property("power"), "ask");
+  EXPECT_EQ(models[1].Property("slots"), "ft817");
+  EXPECT_TRUE(models[1].Has("vfo-a-is-current"));
+  EXPECT_EQ(models[2].Property("power"), "battery");
+  EXPECT_EQ(models[3].name, "K2");
+}
+
+TEST(RadioDefinitionsReaderTest, ABadLineIsSkippedWithItsReason) {
+  const struct {
+    const char* line;
+    const char* why;
+  } cases[] = {
+      {"Bad|ICOM|1||300|19200|94|5", "the default speed \"19200\" is not among"},
+      {"Bad|ICOM|99||300|300||", "\"99\" is not a family code"},
+      {"Bad|ICOM|1||300|300|94|6", "4 or 5 bytes"},
+      {"Bad|ICOM|1||300|300|ZZ|5", "CI-V address \"ZZ\""},
+      {"Bad|ICOM|1||300|300", "expected 8 or 9 fields"},
+      {"|ICOM|1||300|300||", "the name or the company is empty"},
+      {"Bad|Kenwood|3||4800|4800|||s-meters=SM0", "unknown property \"s-meters\""},
+      {"Bad|Kenwood|3||4800|4800|||digits=lsb", "\"digits\" does not belong to this family"},
+      {"Bad|Yaesu|4||4800|4800|||digits=middle", "\"digits\" takes one of msb|lsb"},
+      {"Bad|Yaesu|4||4800|4800|||mode-byte=40", "from 0 to 31, not \"40\""},
+      {"Bad|Yaesu|4||4800|4800|||preamble=0x0F", "two hexadecimal digits"},
+      {"Bad|Yaesu|4||4800|4800|||short-flags=1", "\"short-flags\" takes no value"},
+      {"Bad|Ten-Tec|5||4800|4800|||mode-command=", "\"mode-command\" needs a value"},
+      {"Bad|Yaesu|4||4800|4800|||power=ask,power=quiet", "\"power\" is given twice"},
+      {"K2|Elecraft|2||4800|4800||", "\"K2\" is listed already"},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> errors;
+    std::vector<RadioModel> models =
+        ParseRadioDefinitions(std::string("K2|Elecraft|2||4800|4800||\n") + c.line, &errors);
+    EXPECT_EQ(models.size(), 1u) << c.line;
+    ASSERT_EQ(errors.size(), 1u) << c.line;
+    EXPECT_EQ(errors[0].rfind("line 2: ", 0), 0u) << errors[0];
+    EXPECT_NE(errors[0].find(c.why), std::string::npos) << errors[0];
+  }
+  std::vector<std::string> errors;
+  ParseRadioDefinitions("X1|Yaesu|4|FT-9|4800|4800||", &errors);
+  ASSERT_EQ(errors.size(), 1u);
+  EXPECT_EQ(errors[0], "X1 borrows from \"FT-9\", which is not listed");
 }
 
 }  // namespace
