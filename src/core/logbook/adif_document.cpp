@@ -1,8 +1,8 @@
 #include "logbook/adif_document.h"
 
-#include "logbook/adif_text.h"
-
 #include <algorithm>
+
+#include "logbook/adif_text.h"
 
 namespace tavlorin {
 
