@@ -183,6 +183,19 @@ void OfftimeLines(std::span<const CLogbookRecordset> contacts, std::string* out)
   }
 }
 
+// The header's closing lines: NAME, one ADDRESS per line, OPERATORS (in 3.0 only when there
+// are any) and one SOAPBOX per line.
+void PersonLines(const CabrilloHeader& h, bool optionalOperators, std::string* out) {
+  Tag(out, "NAME", h.name);
+  for (const std::string& line : Lines(h.address)) {
+    Tag(out, "ADDRESS", line);
+  }
+  (optionalOperators ? OptionalTag : Tag)(out, "OPERATORS", h.operators);
+  for (const std::string& line : Lines(h.soapbox)) {
+    Tag(out, "SOAPBOX", line);
+  }
+}
+
 std::string Header2(const CabrilloHeader& h) {
   std::string out;
   Tag(&out, "START-OF-LOG", "2.0");
@@ -205,14 +218,7 @@ std::string Header2(const CabrilloHeader& h) {
   if (h.iota) {
     Tag(&out, "IOTA-ISLAND-NAME", h.iotaIsland);
   }
-  Tag(&out, "NAME", h.name);
-  for (const std::string& line : Lines(h.address)) {
-    Tag(&out, "ADDRESS", line);
-  }
-  Tag(&out, "OPERATORS", h.operators);
-  for (const std::string& line : Lines(h.soapbox)) {
-    Tag(&out, "SOAPBOX", line);
-  }
+  PersonLines(h, false, &out);
   return out;
 }
 
@@ -254,14 +260,7 @@ std::string Header3(const CabrilloHeader& h) {
   if (h.iota) {
     OptionalTag(&out, "IOTA-ISLAND-NAME", h.iotaIsland);
   }
-  Tag(&out, "NAME", h.name);
-  for (const std::string& line : Lines(h.address)) {
-    Tag(&out, "ADDRESS", line);
-  }
-  OptionalTag(&out, "OPERATORS", h.operators);
-  for (const std::string& line : Lines(h.soapbox)) {
-    Tag(&out, "SOAPBOX", line);
-  }
+  PersonLines(h, true, &out);
   return out;
 }
 
