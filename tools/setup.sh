@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build pkg-config ccache
-  libsqlite3-dev libcurl4-openssl-dev
+  libsqlite3-dev libcurl4-openssl-dev libexpat1-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   python3 python3-pyftpdlib sqlite3
   libhamlib-utils

@@ -6,8 +6,8 @@
 #include "args.h"
 #include "commands.h"
 #include "logbook/logbook_database.h"
+#include "log_exchange_commands.h"
 #include "logbook_cli.h"
-#include "text_out.h"
 
 namespace tavlorin::cli {
 namespace {
@@ -20,11 +20,13 @@ constexpr const char* kUsage =
     "                                     list contacts, newest first\n"
     "  update KEY NAME=VALUE...           change fields of contact KEY\n"
     "  delete KEY                         delete contact KEY\n"
+    "%s"
     "Field names are those of TBL_LOGBOOK (Station, StartTime, BandMHz, Mode, ...); dates are\n"
     "written YYYY-MM-DD HH:MM:SS in UTC. CLAUSE uses the logbook's SQL: [Field], #date#.\n";
 
 int BadLine(const std::string& message) {
-  std::fprintf(stderr, "tavlorin-cli log: %s\n\n%s", message.c_str(), kUsage);
+  std::fprintf(stderr, "tavlorin-cli log: %s\n\n", message.c_str());
+  std::fprintf(stderr, kUsage, kLogExchangeUsage);
   return 2;
 }
 
@@ -125,12 +127,7 @@ int List(LogbookDatabase& database, ArgReader& reader) {
   if (std::string error = reader.Finish(); !error.empty()) {
     return BadLine(error);
   }
-  if (!where.empty() && where.find_first_not_of(" \t") != std::string::npos) {
-    size_t start = where.find_first_not_of(" \t");
-    if (where.compare(start, 5, "WHERE") != 0 && where.compare(start, 5, "where") != 0) {
-      where = "WHERE " + where;
-    }
-  }
+  where = WhereClause(where);
   if (!DefineExisting(database)) {
     return 1;
   }
@@ -189,7 +186,7 @@ int Delete(LogbookDatabase& database, const std::vector<std::string>& words) {
 
 int RunLogCommand(const Globals& globals, const Args& args) {
   if (args.empty() || args[0] == "--help" || args[0] == "-h") {
-    std::fprintf(args.empty() ? stderr : stdout, "%s", kUsage);
+    std::fprintf(args.empty() ? stderr : stdout, kUsage, kLogExchangeUsage);
     return args.empty() ? 2 : 0;
   }
   LogbookDatabase database(LogbookPath(globals));
@@ -210,6 +207,15 @@ int RunLogCommand(const Globals& globals, const Args& args) {
   }
   if (sub == "delete") {
     return Delete(database, args);
+  }
+  if (sub == "import") {
+    return RunLogImport(database, rest);
+  }
+  if (sub == "export") {
+    return RunLogExport(database, rest);
+  }
+  if (sub == "cabrillo") {
+    return RunLogCabrillo(database, rest);
   }
   return BadLine("unknown subcommand \"" + sub + "\"");
 }

@@ -42,4 +42,42 @@ bool DefineExisting(LogbookDatabase& database) {
   return ok;
 }
 
+std::string WhereClause(const std::string& where) {
+  const size_t start = where.find_first_not_of(" \t");
+  if (start == std::string::npos) {
+    return {};
+  }
+  if (where.compare(start, 5, "WHERE") != 0 && where.compare(start, 5, "where") != 0) {
+    return "WHERE " + where;
+  }
+  return where;
+}
+
+std::string JsonText(const std::string& text) {
+  std::string out = "\"";
+  for (unsigned char c : text) {
+    if (c == '"' || c == '\\') {
+      out += '\\';
+      out += static_cast<char>(c);
+    } else if (c < 0x20) {
+      char escaped[8];
+      std::snprintf(escaped, sizeof escaped, "\\u%04x", c);
+      out += escaped;
+    } else {
+      out += static_cast<char>(c);
+    }
+  }
+  return out + "\"";
+}
+
+// Tabs and line ends inside a value would break the columns.
+std::string TabSafe(std::string text) {
+  for (char& c : text) {
+    if (c == '\t' || c == '\n' || c == '\r') {
+      c = ' ';
+    }
+  }
+  return text;
+}
+
 }  // namespace tavlorin::cli

@@ -20,4 +20,12 @@ int ReportFailure(const LogbookDatabase& database, const Status& status);
 // Runs Define on a file that must already exist; false (message printed) otherwise.
 bool DefineExisting(LogbookDatabase& database);
 
+// A --where value as a whole WHERE clause: "WHERE " is put in front unless it is there.
+std::string WhereClause(const std::string& where);
+
+// `text` as a JSON string, quotes included.
+std::string JsonText(const std::string& text);
+// Tabs and line ends inside a value would break a tab-separated line: they become blanks.
+std::string TabSafe(std::string text);
+
 }  // namespace tavlorin::cli

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "args.h"
+#include "logbook_cli.h"
 #include "spots/spot_frequency.h"
-#include "text_out.h"
 
 namespace tavlorin::cli {
 

@@ -15,10 +15,8 @@
 #include "shell/event_loop.h"
 #include "shell/paths.h"
 #include "spots/dx_cluster_dyn.h"
-#include "spots/spot_frequency.h"
 #include "spots_cli.h"
 #include "stop_signal.h"
-#include "text_out.h"
 
 namespace tavlorin::cli {
 namespace {

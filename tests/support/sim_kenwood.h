@@ -1,6 +1,8 @@
 // SimKenwood: a simulated Kenwood-command radio for the far side of a PtyRadio: a Kenwood
 // transceiver (echoless ASCII, every reply ending in ";", "?;" for what it does not know, set
 // commands answered by silence) or an Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
+// It keeps VFO A and B, the receive and transmit VFO (FR, FT), transmit (TX, RX) and the mode,
+// and reports them in its "IF" status as the radios do.
 //
 // Faults a test can ask for: the next N commands refused with "?;", replies sent late, a radio
 // that answers nothing or only noise.
@@ -29,6 +31,10 @@ class SimKenwood final : public Simulator {
   void SetFrequencyA(uint32_t hz) { frequencyA_ = hz; }
   uint32_t frequencyA() const { return frequencyA_; }
   int mode() const { return mode_; }
+  int receiveVfo() const { return receiveVfo_; }
+  int transmitVfo() const { return transmitVfo_; }
+  bool transmitting() const { return transmitting_; }
+  void SetFrequencyB(uint32_t hz) { frequencyB_ = hz; }
   void SetMeter(int value) { meter_ = value; }
 
   void RefuseNext(int count) { refuse_ = count; }
@@ -50,6 +56,9 @@ class SimKenwood final : public Simulator {
   std::atomic<uint32_t> frequencyA_ = 14070000;
   std::atomic<uint32_t> frequencyB_ = 7074000;
   std::atomic<int> mode_ = 2;
+  std::atomic<int> receiveVfo_ = 0;  // FR, FT: 0 A, 1 B
+  std::atomic<int> transmitVfo_ = 0;
+  std::atomic<bool> transmitting_ = false;
   std::atomic<int> meter_ = 5;
   std::atomic<int> refuse_ = 0;
   std::atomic<std::chrono::milliseconds> delay_{std::chrono::milliseconds(0)};

@@ -1,7 +1,7 @@
 // CDefineDatabase: the definer of the logbook file's structure, run by LogbookDatabase::Define.
 //
 // It logs "Database file: %s", refreshes TBL_COUNTRIES when the built-in country data has a
-// new level, creates a missing file, then walks the 61 schema rows: a missing table or field
+// new level, creates a missing file, then walks the 62 schema rows: a missing table or field
 // is created (never an error by itself), the size of every existing Text field is read from
 // the file into the size map (so an older, narrower field keeps its width), and a key table
 // without any index gets its primary key. The structure work is one transaction. Then the

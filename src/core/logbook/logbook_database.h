@@ -40,6 +40,19 @@ struct BulkAddResult {
   int failed = 0;
   int duplicates = 0;
   Status status;  // an error that stopped the whole batch (then nothing was stored)
+  bool cancelled = false;  // the source cancelled: the batch was rolled back
+};
+
+// Contacts for a bulk add, handed over chunk by chunk, so that a big import never holds all
+// of its contacts at once. Called on the thread that runs AddRecords.
+struct BulkAddSource {
+  // The next chunk; an empty span ends the batch. Setting *cancel rolls the whole batch back.
+  // The chunk must stay unchanged until the next call.
+  std::function<std::span<const CLogbookRecordset>(bool* cancel)> next;
+  // Told about each contact of the current chunk that is not stored and why (optional).
+  std::function<void(size_t index, const std::string& reason)> notStored;
+  // Count as if storing, then roll back: a dry run that still finds the duplicates.
+  bool rollBack = false;
 };
 
 class LogbookDatabase {
@@ -85,6 +98,12 @@ class LogbookDatabase {
   // Mode is a duplicate and not stored; one without StartTime fails. Created and Modified of
   // the stored rows are the time of the call.
   BulkAddResult AddRecords(std::span<const CLogbookRecordset> records);
+  // The same over chunks, still in one transaction: all of it is stored, or none.
+  BulkAddResult AddRecords(const BulkAddSource& source);
+  // Calls `each` with every listed contact in order (see ListRecords), without holding them
+  // all; `each` returns false to stop early.
+  Status ForEachRecord(int limit, const std::string& filter, const std::string& order,
+                       const std::function<bool(const CLogbookRecordset&)>& each);
 
   Status Bands(std::vector<CBandsRecordSet>* bands);
   Status Modes(std::vector<CModesRecordSet>* modes);
@@ -134,7 +153,7 @@ class LogbookDatabase {
   void CutRecord(CLogbookRecordset* record) const;
   static void CutRecord(const std::vector<CutStep>& plan, CLogbookRecordset* record);
   Status SelectByKey(SqliteDb& db, int32_t key, SqliteStatement* statement);
-  Status LoadDuplicateKeys(SqliteDb& db, std::span<const CLogbookRecordset> records,
+  Status LoadDuplicateKeys(SqliteDb& db, double first, double last,
                            std::unordered_set<std::string>* keys);
 
   std::string path_;

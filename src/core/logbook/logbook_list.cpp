@@ -13,9 +13,9 @@ std::string CLogbookRecordSetEx::Query() const {
   return "SELECT " + top + " Q.* FROM " + kTableLogbook + " AS Q " + filter + " ORDER BY " + by;
 }
 
-Status LogbookDatabase::ListRecords(int limit, const std::string& filter, const std::string& order,
-                                    std::vector<CLogbookRecordset>* records) {
-  records->clear();
+Status LogbookDatabase::ForEachRecord(int limit, const std::string& filter,
+                                      const std::string& order,
+                                      const std::function<bool(const CLogbookRecordset&)>& each) {
   SqliteDb db;
   Status s = Open(&db);
   if (!s.ok()) {
@@ -28,18 +28,35 @@ Status LogbookDatabase::ListRecords(int limit, const std::string& filter, const 
     return Fail(std::string("Error reading ") + kTableLogbook + ": " + s.message());
   }
   LogbookRowReader reader(st);
+  CLogbookRecordset record;
+  size_t count = 0;
   while (st.Step()) {
-    records->emplace_back();
-    reader.Read(st, &records->back());
-    if (records->size() % 250 == 0 && sink_) {
-      sink_("Read " + std::to_string(records->size()) + " records");
+    record = CLogbookRecordset();
+    reader.Read(st, &record);
+    if (++count % 250 == 0 && sink_) {
+      sink_("Read " + std::to_string(count) + " records");
+    }
+    if (!each(record)) {
+      return Status::Ok();
     }
   }
   if (!st.status().ok()) {
-    records->clear();
     return Fail(std::string("Error reading ") + kTableLogbook + ": " + st.status().message());
   }
   return Status::Ok();
+}
+
+Status LogbookDatabase::ListRecords(int limit, const std::string& filter, const std::string& order,
+                                    std::vector<CLogbookRecordset>* records) {
+  records->clear();
+  Status s = ForEachRecord(limit, filter, order, [records](const CLogbookRecordset& record) {
+    records->push_back(record);
+    return true;
+  });
+  if (!s.ok()) {
+    records->clear();
+  }
+  return s;
 }
 
 }  // namespace tavlorin

@@ -42,22 +42,9 @@ std::string InsertSql() {
 
 }  // namespace
 
-// The keys of the stored contacts whose start lies within the batch's time span.
-Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db, std::span<const CLogbookRecordset> records,
+// The keys of the stored contacts whose start lies within [first, last] (to the second).
+Status LogbookDatabase::LoadDuplicateKeys(SqliteDb& db, double first, double last,
                                           std::unordered_set<std::string>* keys) {
-  double first = 0, last = 0;
-  bool any = false;
-  for (const CLogbookRecordset& r : records) {
-    if (r.startTime) {
-      first = any ? std::min(first, *r.startTime) : *r.startTime;
-      last = any ? std::max(last, *r.startTime) : *r.startTime;
-      any = true;
-    }
-  }
-  keys->reserve(records.size());
-  if (!any) {
-    return Status::Ok();
-  }
   SqliteStatement st;
   Status s = PrepareJet(db,
                         std::string("SELECT StartTime, Station, BandMHz, Mode FROM [") +
@@ -237,12 +224,26 @@ Status LogbookDatabase::DeleteRecord(int32_t key) {
 }
 
 BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> records) {
+  bool given = false;
+  BulkAddSource source;
+  source.next = [&](bool*) {
+    std::span<const CLogbookRecordset> chunk = given ? std::span<const CLogbookRecordset>() : records;
+    given = true;
+    return chunk;
+  };
+  BulkAddResult result = AddRecords(source);
+  if (!result.status.ok() && !given) {
+    result.failed = static_cast<int>(records.size());  // the batch never started
+  }
+  return result;
+}
+
+BulkAddResult LogbookDatabase::AddRecords(const BulkAddSource& source) {
   BulkAddResult result;
   const std::string failure = std::string("Error adding record to ") + kTableLogbook + ": ";
   SqliteDb db;
   result.status = Open(&db);
   SqliteStatement insert;
-  std::unordered_set<std::string> seen;
   if (result.status.ok()) {
     // A bigger page cache keeps a big batch in memory until it commits, instead of spilling
     // pages (and syncing the journal) halfway.
@@ -254,37 +255,95 @@ BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> rec
   if (result.status.ok()) {
     result.status = PrepareJet(db, InsertSql(), &insert);
   }
-  if (result.status.ok()) {
-    result.status = LoadDuplicateKeys(db, records, &seen);
+  const OleDate now = OleDateNow();
+  const std::vector<CutStep> plan = CutPlan();
+  std::unordered_set<std::string> seen;
+  // The stored contacts of this span of start times are in `seen` already; it only grows, so
+  // every stored contact is read once however the chunks' times interleave.
+  double loadedFirst = 0, loadedLast = -1;
+  CLogbookRecordset cut;
+  size_t total = 0;
+  const auto notStored = [&](size_t index, const std::string& reason) {
+    if (source.notStored) {
+      source.notStored(index, reason);
+    }
+  };
+  while (result.status.ok()) {
+    bool cancel = false;
+    const std::span<const CLogbookRecordset> chunk = source.next(&cancel);
+    if (cancel) {
+      db.Rollback();
+      result = BulkAddResult();
+      result.cancelled = true;
+      result.status = Status::Error("Cancelled");
+      return result;
+    }
+    if (chunk.empty()) {
+      break;
+    }
+    total += chunk.size();
+    seen.reserve(seen.size() + chunk.size());
+    double first = loadedFirst, last = loadedLast;
+    for (const CLogbookRecordset& r : chunk) {
+      if (r.startTime && first > last) {
+        first = last = *r.startTime;
+      } else if (r.startTime) {
+        first = std::min(first, *r.startTime);
+        last = std::max(last, *r.startTime);
+      }
+    }
+    if (loadedFirst > loadedLast) {
+      result.status = first <= last ? LoadDuplicateKeys(db, first, last, &seen) : Status::Ok();
+    } else {
+      if (first < loadedFirst) {
+        result.status = LoadDuplicateKeys(db, first, loadedFirst - 1.0 / 86400, &seen);
+      }
+      if (result.status.ok() && last > loadedLast) {
+        result.status = LoadDuplicateKeys(db, loadedLast + 1.0 / 86400, last, &seen);
+      }
+    }
+    loadedFirst = first;
+    loadedLast = last;
+    for (size_t i = 0; i < chunk.size() && result.status.ok(); ++i) {
+      const CLogbookRecordset& original = chunk[i];
+      if (!original.startTime) {
+        ++result.failed;
+        notStored(i, "the contact has no StartTime");
+        continue;
+      }
+      if (!seen.insert(DuplicateKey(original)).second) {
+        ++result.duplicates;
+        notStored(i, "a duplicate of a stored contact (callsign, band, mode and start time)");
+        continue;
+      }
+      const CLogbookRecordset* record = &original;
+      if (NeedsCut(plan, original)) {
+        cut = original;
+        CutRecord(plan, &cut);
+        record = &cut;
+      }
+      insert.Reset();
+      BindLogbookRecord(insert, *record);
+      insert.BindDouble(LogbookParameterIndex("Created"), now);
+      insert.BindDouble(LogbookParameterIndex("Modified"), now);
+      if (Status s = insert.Run(); s.ok()) {
+        ++result.stored;
+      } else {
+        ++result.failed;
+        notStored(i, s.message());
+      }
+    }
   }
   if (!result.status.ok()) {
-    result.failed = static_cast<int>(records.size());
+    db.Rollback();
+    result.failed = static_cast<int>(total);
+    result.stored = result.duplicates = 0;
     result.status = Fail(failure + result.status.message());
     return result;
   }
-  const OleDate now = OleDateNow();
-  const std::vector<CutStep> plan = CutPlan();
-  CLogbookRecordset cut;
-  for (const CLogbookRecordset& original : records) {
-    if (!original.startTime) {
-      ++result.failed;
-      continue;
-    }
-    if (!seen.insert(DuplicateKey(original)).second) {
-      ++result.duplicates;
-      continue;
-    }
-    const CLogbookRecordset* record = &original;
-    if (NeedsCut(plan, original)) {
-      cut = original;
-      CutRecord(plan, &cut);
-      record = &cut;
-    }
-    insert.Reset();
-    BindLogbookRecord(insert, *record);
-    insert.BindDouble(LogbookParameterIndex("Created"), now);
-    insert.BindDouble(LogbookParameterIndex("Modified"), now);
-    ++(insert.Run().ok() ? result.stored : result.failed);
+  if (source.rollBack) {
+    db.Rollback();
+    return result;
   }
   Status committed = db.Commit();
   if (!committed.ok()) {
@@ -294,8 +353,8 @@ BulkAddResult LogbookDatabase::AddRecords(std::span<const CLogbookRecordset> rec
     result.status = Fail(failure + committed.message());
     return result;
   }
-  Log("Added " + std::to_string(result.stored) + " / " + std::to_string(records.size()) +
-      " records to " + kTableLogbook);
+  Log("Added " + std::to_string(result.stored) + " / " + std::to_string(total) + " records to " +
+      kTableLogbook);
   return result;
 }
 

@@ -49,8 +49,9 @@ const LogbookField kFields[] = {
     TEXT_FIELD("MyPower", myPower),
     TEXT_FIELD("MyName", myName),
     TEXT_FIELD("MyCountry", myCountry),
+    TEXT_FIELD("ExtraFields", extraFields),
 };
-static_assert(std::size(kFields) == 36);
+static_assert(std::size(kFields) == 37);
 
 #undef TEXT_FIELD
 #undef DATE_FIELD

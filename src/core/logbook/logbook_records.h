@@ -54,6 +54,9 @@ struct CLogbookRecordset {
   std::string myPower;
   std::string myName;
   std::string myCountry;
+  // The contact's ADIF fields that have no column of their own, as ADIF text
+  // ("<submode:3>USB <my_rig:7>IC-7300"), written back by the "All fields" export.
+  std::string extraFields;
 };
 
 // One field of CLogbookRecordset by its schema name: exactly one of text and date is set,
@@ -64,7 +67,7 @@ struct LogbookField {
   std::optional<OleDate> CLogbookRecordset::*date;
 };
 
-// The 36 fields in schema order.
+// The 37 fields in schema order.
 std::span<const LogbookField> LogbookFields();
 // The field named `name` (exact schema spelling, or any case), or nullptr.
 const LogbookField* FindLogbookField(std::string_view name);

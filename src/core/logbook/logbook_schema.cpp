@@ -69,6 +69,8 @@ constexpr SchemaField kSchema[] = {
     {"TBL_LOGBOOK", "MyPower", "", T, 32, 34, false, false, true},
     {"TBL_LOGBOOK", "MyName", "", T, 32, 34, false, false, true},
     {"TBL_LOGBOOK", "MyCountry", "", T, 64, 34, false, false, true},
+    // ADIF fields that have no column of their own, kept with the contact as ADIF text.
+    {"TBL_LOGBOOK", "ExtraFields", "", M, 1024, 34, false, false, true},
 
     {"TBL_QRZ", "PrimaryKey", "LOG_PRIMARY_KEY", L, 0, 16, true, false, false},
     {"TBL_QRZ", "QRZUpdated", "", D, 0, 32, false, false, false},
@@ -81,7 +83,7 @@ constexpr SchemaField kSchema[] = {
     {"TBL_QRZ", "QRZHomePage", "", T, 255, 34, false, false, true},
     {"TBL_QRZ", "QRZQslMgr", "", T, 255, 34, false, false, true},
 };
-static_assert(std::size(kSchema) == 61, "the logbook schema has 61 fields");
+static_assert(std::size(kSchema) == 62, "the logbook schema has 62 fields");
 
 constexpr const char* kTables[] = {kTableBands, kTableCountries, kTableModes, kTableLogbook,
                                    kTableQrz};

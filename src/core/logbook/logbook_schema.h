@@ -1,4 +1,4 @@
-// The logbook file's schema: one ordered table of 61 field definitions, the single source from
+// The logbook file's schema: one ordered table of 62 field definitions, the single source from
 // which CDefineDatabase creates and checks the five tables, their fields and key indexes, and
 // from which the record classes take their field order.
 //
@@ -37,7 +37,7 @@ struct SchemaField {
   bool allowZeroLength;
 };
 
-// All 61 rows in order; a field's ordinal position is its index here.
+// All 62 rows in order; a field's ordinal position is its index here.
 std::span<const SchemaField> LogbookSchema();
 
 // The rows of one table, in schema order (a contiguous slice of LogbookSchema()).

@@ -118,17 +118,24 @@ std::optional<OleDate> ParseOleDate(std::string_view text) {
   return OleDateFromCivil(y, m, d, h, mi, s);
 }
 
-std::string FormatOleDate(OleDate date) {
+OleDateParts SplitOleDate(OleDate date) {
   double seconds = std::round((date - kOleDateUnixEpoch) * 86400.0);
   long long total = static_cast<long long>(seconds);
   long long days = total >= 0 ? total / 86400 : -((-total + 86399) / 86400);
   long long rest = total - days * 86400;
-  int y = 0, m = 0, d = 0;
-  CivilFromDays(days, &y, &m, &d);
+  OleDateParts p{};
+  CivilFromDays(days, &p.year, &p.month, &p.day);
+  p.hour = static_cast<int>(rest / 3600);
+  p.minute = static_cast<int>(rest / 60 % 60);
+  p.second = static_cast<int>(rest % 60);
+  return p;
+}
+
+std::string FormatOleDate(OleDate date) {
+  const OleDateParts p = SplitOleDate(date);
   char text[40];
-  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", y, m, d,
-                static_cast<int>(rest / 3600), static_cast<int>(rest / 60 % 60),
-                static_cast<int>(rest % 60));
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", p.year, p.month, p.day,
+                p.hour, p.minute, p.second);
   return text;
 }
 

@@ -31,4 +31,10 @@ std::optional<OleDate> ParseOleDate(std::string_view text);
 // "YYYY-MM-DD HH:MM:SS", rounded to the second.
 std::string FormatOleDate(OleDate date);
 
+// The civil date and time of `date`, rounded to the second (the parts FormatOleDate writes).
+struct OleDateParts {
+  int year, month, day, hour, minute, second;
+};
+OleDateParts SplitOleDate(OleDate date);
+
 }  // namespace tavlorin
