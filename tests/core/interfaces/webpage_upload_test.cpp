@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "interfaces/webpage_update.h"
-#include "shell/debug_log.h"
 #include "support/fake_clock.h"
+#include "support/log_capture.h"
 #include "support/python_server.h"
 #include "support/temp_dir.h"
 
@@ -25,15 +25,10 @@ constexpr const char* kPassword = "pw-Xq7s3cret";
 class WebPageUploadTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    DebugLog::SetObserver([this](const std::string& line) {
-      std::lock_guard lock(mutex_);
-      debugLog_ += line + "\n";
-    });
     std::filesystem::create_directories(root_ / "www");
     page_ = dir_.Write("TVR Web Page Update.htm", "<p>14.070.000</p>\r\n<p>CW</p>\r\n");
     options_.clock = &clock_;
   }
-  void TearDown() override { DebugLog::SetObserver(nullptr); }
 
   testing::PythonServer Ftp(int alterUploads) {
     return testing::PythonServer("ftp_server.py", {root_.string(), "op", kPassword,
@@ -61,8 +56,7 @@ class WebPageUploadTest : public ::testing::Test {
   testing::FakeClock clock_;
   UploadOptions options_;
   std::vector<std::string> log_;
-  std::mutex mutex_;
-  std::string debugLog_;
+  testing::LogCapture debugLog_;
 };
 
 TEST_F(WebPageUploadTest, FtpPutsTheFileInTheDirectoryAndChecksIt) {
@@ -115,7 +109,10 @@ TEST_F(WebPageUploadTest, LoginAndDirectoryFailuresAreLoggedWithoutThePassword) 
   EXPECT_EQ(Logged(">> Changing directory to no/such/dir"), 1u);
   EXPECT_EQ(Logged(">> Copying to index.htm"), 0u);
 
-  std::string everything = debugLog_;
+  std::string everything;
+  for (const std::string& line : debugLog_.lines()) {
+    everything += line;
+  }
   for (const std::string& line : log_) {
     everything += line;
   }

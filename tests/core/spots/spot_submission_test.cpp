@@ -6,9 +6,9 @@
 #include <future>
 #include <thread>
 
-#include "shell/debug_log.h"
 #include "spots/cluster_status.h"
 #include "spots/spot_settings.h"
+#include "support/log_capture.h"
 #include "support/python_server.h"
 #include "support/refusing_port.h"
 #include "support/temp_dir.h"
@@ -65,13 +65,6 @@ TEST(SpotSubmission, BodyAndClusterCommand) {
 
 class PostTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    DebugLog::SetObserver([this](const std::string& line) {
-      std::lock_guard lock(mutex_);
-      log_.push_back(line);
-    });
-  }
-  void TearDown() override { DebugLog::SetObserver(nullptr); }
   testing::PythonServer Server(std::vector<std::string> extra = {}) {
     std::vector<std::string> args = {dir_.path().string(), record_.string()};
     args.insert(args.end(), extra.begin(), extra.end());
@@ -89,8 +82,7 @@ class PostTest : public ::testing::Test {
   testing::TempDir dir_;
   std::filesystem::path record_ = dir_ / "posts.txt";
   Settings settings_{dir_ / "settings.ini"};
-  std::mutex mutex_;
-  std::vector<std::string> log_;
+  testing::LogCapture log_;
 };
 
 TEST_F(PostTest, ASubmittedSpotReachesTheSpotEntryScript) {
@@ -113,7 +105,7 @@ TEST_F(PostTest, ASubmittedSpotReachesTheSpotEntryScript) {
     return text;
   };
   std::string logged;
-  for (const std::string& line : log_) {
+  for (const std::string& line : log_.lines()) {
     if (line.rfind("Reply: ", 0) == 0) {
       EXPECT_LE(line.size() - 7, 1024u);
       logged += line.substr(7);
