@@ -102,7 +102,9 @@ TEST(KenwoodControlsTest, VfoMemoryTransmitAndDualTrackingFollowTheRadio) {
 
   view.SetButton("MEM", true);
   ASSERT_TRUE(until([&] { return sim.receiveVfo() == 2; }));
-  EXPECT_EQ(view.PollSelector() & 0x3u, 3u) << "memory is read from the status reply";
+  // The window learns of memory from the next read of its button group.
+  EXPECT_TRUE(until([&] { return (view.PollSelector() & 0x3u) == 3u; }))
+      << "memory is read from the status reply";
   EXPECT_TRUE(window.CloseAndWait(kHangGuard));
   worker.Stop();
 }
