@@ -112,6 +112,12 @@ bool ConnectRadio(CatRadio& radio, const ConnectParams& params, bool quiet) {
   if (!quiet) {
     std::fprintf(stderr, "%s\n", message.c_str());
   }
+  // Which model answered: always worth saying when it is not the one the user named.
+  const std::string connectedAs = ", connected as " + params.model;
+  const std::string& report = radio.identityReport;
+  if (!report.empty() && (!quiet || report != "found " + params.model + connectedAs)) {
+    std::fprintf(stderr, "%s\n", report.c_str());
+  }
   return true;
 }
 

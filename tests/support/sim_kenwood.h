@@ -1,6 +1,7 @@
 // SimKenwood: a simulated Kenwood-command radio for the far side of a PtyRadio: a Kenwood
 // transceiver (echoless ASCII, every reply ending in ";", "?;" for what it does not know, set
-// commands answered by silence) or an Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
+// commands answered by silence; modes above 9 as the letters A to F, as on the TS-890S) or an
+// Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
 //
 // Faults a test can ask for: the next N commands refused with "?;", replies sent late, a radio
 // that answers nothing or only noise.
@@ -30,6 +31,13 @@ class SimKenwood final : public Simulator {
   uint32_t frequencyA() const { return frequencyA_; }
   int mode() const { return mode_; }
   void SetMeter(int value) { meter_ = value; }
+  // The answer to "ID;" ("020" for a TS-480); unset, "ID;" is refused.
+  void SetIdentity(std::string identity) {
+    std::lock_guard lock(mutex_);
+    identity_ = std::move(identity);
+  }
+  // A TS-990S: the mode command carries the receiver ("MD0;", "MD0A;").
+  void SetReceiverInModeCommand(bool on) { receiverInMode_ = on; }
 
   void RefuseNext(int count) { refuse_ = count; }
   void SetReplyDelay(std::chrono::milliseconds delay) { delay_ = delay; }
@@ -55,6 +63,8 @@ class SimKenwood final : public Simulator {
   std::atomic<std::chrono::milliseconds> delay_{std::chrono::milliseconds(0)};
   std::atomic<bool> silent_ = false;
   std::atomic<bool> garbled_ = false;
+  std::atomic<bool> receiverInMode_ = false;
+  std::string identity_;  // guarded by mutex_
 };
 
 }  // namespace tavlorin::testing

@@ -129,7 +129,8 @@ std::string_view CommandLetters(std::string_view command) {
 }
 
 bool IsAnswer(std::string_view reply, std::string_view letters) {
-  return reply.size() > letters.size() && reply.substr(0, letters.size()) == letters &&
+  // The letters, at least one character of value, and ";".
+  return reply.size() > letters.size() + 1 && reply.substr(0, letters.size()) == letters &&
          reply.back() == kTerminator && reply != kRefusal;
 }
 

@@ -63,7 +63,8 @@ std::optional<std::string> ParseIdentity(std::string_view value);
 std::string TerminatedCommand(std::string_view command);
 // The command without its final ";" (what the reply starts with).
 std::string_view CommandLetters(std::string_view command);
-// True when `reply` (with its ";") answers `letters`: it starts with them and is not a refusal.
+// True when `reply` (with its ";") answers `letters`: it starts with them, carries a value and
+// is not a refusal.
 bool IsAnswer(std::string_view reply, std::string_view letters);
 // The reply's value: the text after the letters, without the final ";".
 std::string ReplyValue(std::string_view reply, std::string_view letters);
