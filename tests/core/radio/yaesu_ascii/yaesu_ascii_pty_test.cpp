@@ -22,6 +22,8 @@ struct Flavour {
   int stopBits;
 };
 
+void PrintTo(const Flavour& flavour, std::ostream* out) { *out << flavour.model; }
+
 class YaesuAsciiPtyTest : public ::testing::TestWithParam<Flavour> {
  protected:
   YaesuAsciiPtyTest() : sim(GetParam().sim), pty(sim) {}
