@@ -176,19 +176,33 @@ int CivDriver::SetState(uint8_t command, uint8_t sub, uint8_t value) {
   return transaction_.Command(payload, "Set state") ? 1 : 0;
 }
 
+int CivDriver::SetLevel(uint8_t command, uint8_t sub, uint16_t value) {
+  std::vector<uint8_t> payload{command};
+  if (sub != kCivAnySub) {
+    payload.push_back(sub);
+  }
+  const uint16_t level = value > 9999 ? 9999 : value;
+  payload.push_back(static_cast<uint8_t>(((level / 1000) << 4) | (level / 100 % 10)));
+  payload.push_back(static_cast<uint8_t>(((level / 10 % 10) << 4) | (level % 10)));
+  return transaction_.Command(payload, "Set level") ? 1 : 0;
+}
+
 uint32_t CivDriver::ReadValue(const std::string& command) {
+  return TryReadValue(command).value_or(0);
+}
+
+std::optional<uint32_t> CivDriver::TryReadValue(const std::string& command) {
   const CivCommandText text = ParseCivCommandText(command);
   const std::vector<uint8_t> payload = text.ReadPayload();
   CivFrame reply;
   if (!transaction_.RequestExact(payload, &reply, "Read value") || reply.IsAck()) {
-    return 0;
+    return std::nullopt;
   }
   std::optional<uint32_t> value = DecodeCivReadValue(reply, payload.size());
-  if (!value) {
-    return 0;
+  if (value) {
+    cache_[text.Key()] = *value;
   }
-  cache_[text.Key()] = *value;
-  return *value;
+  return value;
 }
 
 int CivDriver::SetValue(const std::string& command) {

@@ -41,8 +41,10 @@ class CivDriver {
   int SetVfo(uint8_t command, uint8_t data);
   int SetMemory(uint8_t command, uint8_t data);
   uint8_t ReadSMeter();
-  // The command text notation of the per-model controls ("1A-05-00-40", "14-01").
+  // The command text notation of the per-model controls ("1A-05-00-40", "14-01"); 0 when the
+  // read failed. TryReadValue tells a failure from a value of 0.
   uint32_t ReadValue(const std::string& command);
+  std::optional<uint32_t> TryReadValue(const std::string& command);
   int SetValue(const std::string& command);
 
   // Reads a status: command + optional sub-command (kCivAnySub = none); the reply's one or two
@@ -50,6 +52,9 @@ class CivDriver {
   std::optional<uint32_t> ReadStatus(uint8_t command, uint8_t sub);
   // Toggles a state: command, sub-command (omitted when kCivAnySub), the value as one BCD byte.
   int SetState(uint8_t command, uint8_t sub, uint8_t value);
+  // Sets a level (AF gain 14 01, power 14 0A): command, sub-command (omitted when kCivAnySub),
+  // the value as two BCD bytes, most significant first (0 to 9999; the levels take 0 to 255).
+  int SetLevel(uint8_t command, uint8_t sub, uint16_t value);
 
   // The last value read for a command key ("14-01-00"); nullopt when never read.
   std::optional<uint32_t> CachedValue(const std::string& key) const;
