@@ -118,8 +118,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Flavour{SimYaesuAscii::Model::kFt991A, "FT-991A", 1},
                       Flavour{SimYaesuAscii::Model::kFtdx101D, "FTDX101D", 1},
                       Flavour{SimYaesuAscii::Model::kFtdx3000, "FTDX3000", 2}),
-    [](const auto& info) {
-      std::string name = info.param.model;
+    [](const auto& test) {
+      std::string name = test.param.model;
       name.erase(std::remove(name.begin(), name.end(), '-'), name.end());
       return name;
     });
