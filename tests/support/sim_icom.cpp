@@ -1,5 +1,7 @@
 #include "support/sim_icom.h"
 
+#include <algorithm>
+
 namespace tavlorin::testing {
 namespace {
 
@@ -77,7 +79,10 @@ std::string SimIcom::Reply(const std::vector<uint8_t>& p) {
       if (p.size() == 2 && p[1] == 0x02) {
         return Frame(kController, me, {0x15, 0x02, Bcd(sMeter_ / 100), Bcd(sMeter_ % 100)});
       }
-      return refusal;
+      if (values_.count(p) == 0) {
+        return refusal;
+      }
+      break;  // the other meters come from the value table
     case 0x05:
     case 0x06:
       if (options_.refuseSets || p.size() < 2) {
@@ -109,6 +114,13 @@ std::string SimIcom::Reply(const std::vector<uint8_t>& p) {
     return refusal;
   }
   sets_.push_back(p);
+  // A set of something the table holds (0F 01 for split, 14 01 01 28 for the AF gain) changes
+  // what a later read of it answers.
+  for (auto& [key, data] : values_) {
+    if (p.size() > key.size() && std::equal(key.begin(), key.end(), p.begin())) {
+      data.assign(p.begin() + static_cast<long>(key.size()), p.end());
+    }
+  }
   return ack;
 }
 

@@ -1,8 +1,9 @@
 // SimIcom: a simulated ICOM radio for PtyRadio: answers CI-V frames the way the radios do.
 //
 // It keeps a frequency, a mode and filter, an S-meter level and a table of read values, answers
-// 19 00, 03, 04, 05, 06, 15 02 (five frequency bytes, or the option's count) and any command of its value table, and
-// acknowledges sets. Options pick the behaviour of real set-ups:
+// 19 00, 03, 04, 05, 06, 15 02 (five frequency bytes, or the option's count) and any command of
+// its value table, and acknowledges sets; a set whose command is in the table (0F 01 after 0F)
+// changes its value. Options pick the behaviour of real set-ups:
 //  - echo: every frame the computer sends comes back first (a CI-V bus, or a radio with its
 //    USB echo on); without it only replies arrive (most radios on a USB cable);
 //  - broadcastsAfterReply: after each reply the radio sends that many transceive frequency

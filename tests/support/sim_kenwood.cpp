@@ -77,9 +77,28 @@ std::string SimKenwood::Answer(const std::string& command) {
     std::lock_guard lock(mutex_);
     return identity_.empty() ? "?;" : "ID" + identity_ + ";";
   }
-  if (body == "IF") {  // the 35 characters: frequency, step, RIT, flags, memory, TX, mode, ...
-    return "IF" + Digits(frequencyA_, 11) + "     +00000000000" + std::to_string(mode_ % 10) +
-           "00000 ;";
+  if (letters == "FR" || letters == "FT") {
+    std::atomic<int>& vfo = letters == "FR" ? receiveVfo_ : transmitVfo_;
+    if (value.empty()) {
+      return letters + std::to_string(vfo) + ";";
+    }
+    vfo = value[0] - '0';
+    if (letters == "FR") {
+      transmitVfo_ = vfo.load();  // choosing the receive VFO chooses the transmit VFO too
+    }
+    return "";
+  }
+  if ((body == "TX" || body == "RX") && !k2) {
+    transmitting_ = body == "TX";
+    return "";
+  }
+  if (body == "IF") {
+    // frequency of the receive VFO (11), step (5), RIT/XIT offset (5), RIT, XIT, memory
+    // channel (3), TX at 26, mode at 27, receive VFO at 28, scan, split at 30, tone (4)
+    const uint32_t hz = receiveVfo_ == 1 ? frequencyB_.load() : frequencyA_.load();
+    return "IF" + Digits(hz, 11) + "     +000000000" + (transmitting_ ? "1" : "0") +
+           std::to_string(mode_ % 10) + std::to_string(receiveVfo_) + "0" +
+           (receiveVfo_ != transmitVfo_ ? "1" : "0") + "0000;";
   }
   if (k2 && body == "K2") {
     return "K22;";  // the extended command set is on

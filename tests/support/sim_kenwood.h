@@ -2,6 +2,8 @@
 // transceiver (echoless ASCII, every reply ending in ";", "?;" for what it does not know, set
 // commands answered by silence; modes above 9 as the letters A to F, as on the TS-890S) or an
 // Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
+// It keeps VFO A and B, the receive and transmit VFO (FR, FT), transmit (TX, RX) and the mode,
+// and reports them in its "IF" status as the radios do.
 //
 // Faults a test can ask for: the next N commands refused with "?;", replies sent late, a radio
 // that answers nothing or only noise.
@@ -30,6 +32,10 @@ class SimKenwood final : public Simulator {
   void SetFrequencyA(uint32_t hz) { frequencyA_ = hz; }
   uint32_t frequencyA() const { return frequencyA_; }
   int mode() const { return mode_; }
+  int receiveVfo() const { return receiveVfo_; }
+  int transmitVfo() const { return transmitVfo_; }
+  bool transmitting() const { return transmitting_; }
+  void SetFrequencyB(uint32_t hz) { frequencyB_ = hz; }
   void SetMeter(int value) { meter_ = value; }
   // The answer to "ID;" ("020" for a TS-480); unset, "ID;" is refused.
   void SetIdentity(std::string identity) {
@@ -58,6 +64,9 @@ class SimKenwood final : public Simulator {
   std::atomic<uint32_t> frequencyA_ = 14070000;
   std::atomic<uint32_t> frequencyB_ = 7074000;
   std::atomic<int> mode_ = 2;
+  std::atomic<int> receiveVfo_ = 0;  // FR, FT: 0 A, 1 B
+  std::atomic<int> transmitVfo_ = 0;
+  std::atomic<bool> transmitting_ = false;
   std::atomic<int> meter_ = 5;
   std::atomic<int> refuse_ = 0;
   std::atomic<std::chrono::milliseconds> delay_{std::chrono::milliseconds(0)};

@@ -87,15 +87,18 @@ struct RadioResult {
   Frequency frequencyB = 0;
   Frequency frequencyCurrent = 0;
   uint32_t vfoSelector = 0;  // as sent; bit 31 when both VFOs were read
-  MeterReading mainMeter;
-  MeterReading subMeter;
+  MeterReading mainMeter;    // 1004, 1007: the first meter of the model's set; numbers are the
+  MeterReading subMeter;     // value, the full scale and 1 (shown); sub: the second meter
+  std::vector<std::pair<std::string, int>> meters;  // 1004, 1007: every meter read, by name
   uint32_t value = 0xFFFFFFFFu;  // codes 1006, 1014: the value read back (all ones = failed)
   uint32_t sliderId = 0;         // codes 1006, 1014: the slider that asked (value 2 of the request)
-  std::vector<std::pair<std::string, bool>> states;    // 1001, 1002, 1005, 1010: name, on/off
-  std::vector<std::pair<std::string, int>> dropdowns;  // 1003, 1015: name, selection read
-  std::string textA, textB, textCurrent;               // FormatFrequency of the three
-  std::string text;       // the request's text parameter; 1019: the radio's reply
-  bool linkLost = false;  // the radio's port failed during this request
+  // 1001, 1002, 1005, 1008, 1009, 1010: control name, on/off (buttons and status items)
+  std::vector<std::pair<std::string, bool>> states;
+  // 1003, 1008, 1009, 1015: drop-down name, the value read (a ControlChoice's value)
+  std::vector<std::pair<std::string, int>> dropdowns;
+  std::string textA, textB, textCurrent;  // FormatFrequency of the three
+  std::string text;                       // the request's text parameter; 1019: the radio's reply
+  bool linkLost = false;                  // the radio's port failed during this request
   std::string linkLostReason;
 };
 

@@ -1,6 +1,5 @@
 #include "radio/radio_request_handler.h"
 
-#include <cstdio>
 #include <sstream>
 
 #include "radio/cat_radio.h"
@@ -11,27 +10,13 @@ namespace {
 
 constexpr uint32_t kSelectorMask = ~kReadBothVfos;
 constexpr uint32_t kMemorySelector = 3;
-const char* const kModeDropdown = "Mode";
 
 // The VFO argument of ReadFrequency for a poll selector: memory (3) is read from the status
 // reply, which is VFO 2 of the Kenwood family.
 int ReadVfoFor(uint32_t selector) { return selector == kMemorySelector ? 2 : int(selector); }
 
-// A control's command text carries its value where a printf conversion stands ("AG0%03u");
-// a text without one is sent as it is.
-std::string WithValue(const std::string& command, uint32_t value) {
-  if (command.find('%') == std::string::npos) {
-    return command;
-  }
-  char text[256];
-  std::snprintf(text, sizeof text, command.c_str(), value);
-  return text;
-}
-
-}  // namespace
-
-void RadioRequestHandler::ReadFrequencies(CatRadio& radio, const std::string& model,
-                                          uint32_t selector, RadioResult& result) {
+void ReadFrequencies(CatRadio& radio, const std::string& model, uint32_t selector,
+                     RadioResult& result) {
   const uint32_t vfo = selector & kSelectorMask;
   result.vfoSelector = selector;
   if ((selector & kReadBothVfos) == 0) {
@@ -53,27 +38,19 @@ void RadioRequestHandler::ReadFrequencies(CatRadio& radio, const std::string& mo
   result.textCurrent = FormatFrequency(result.frequencyCurrent);
 }
 
-void RadioRequestHandler::ReadMeters(CatRadio& radio, uint8_t meter, RadioResult& result) {
-  const int value = radio.ReadSMeter(meter);
-  result.mainMeter.numbers = {value, 0, 1};
-  result.mainMeter.text = std::to_string(value) + " 0";
-}
-
-void RadioRequestHandler::ReadDropdowns(CatRadio& radio, RadioResult& result) {
-  result.dropdowns.emplace_back(kModeDropdown, radio.ReadMode());
-}
-
-void RadioRequestHandler::SetFrequency(const RadioRequest& request, RadioResult& result) {
+void SetFrequency(const RadioRequest& request, RadioResult& result) {
   CatRadio& radio = *request.radio;
   const uint32_t vfo = (request.value2 >> 2) & 0x3u;
   radio.SetFrequency(int(vfo), request.value1);
   ReadFrequencies(radio, request.modelName, vfo | (request.value2 & kReadBothVfos), result);
   if (request.value2 & kSetReadsMeters) {
-    ReadMeters(radio, 0, result);
+    RadioRequest meters = request;
+    meters.code = kReadRxMeters;
+    RunControlRequest(meters, result);
   }
 }
 
-void RadioRequestHandler::StepFrequency(const RadioRequest& request, RadioResult& result) {
+void StepFrequency(const RadioRequest& request, RadioResult& result) {
   CatRadio& radio = *request.radio;
   const int vfo = int(request.value2 & 0x1u);
   Frequency hz = 0;
@@ -89,17 +66,7 @@ void RadioRequestHandler::StepFrequency(const RadioRequest& request, RadioResult
   ReadFrequencies(radio, request.modelName, uint32_t(vfo), result);
 }
 
-void RadioRequestHandler::SetControl(const RadioRequest& request, RadioResult& result,
-                                     bool readBack) {
-  CatRadio& radio = *request.radio;
-  radio.SetValue(WithValue(request.text, request.value1), request.text);
-  if (readBack) {
-    const std::string query = request.text.substr(0, request.text.find('%'));
-    result.value = radio.ReadValue(query, query);
-  }
-}
-
-void RadioRequestHandler::RunMacro(const RadioRequest& request) {
+void RunMacro(const RadioRequest& request) {
   // A macro is one command text a line, sent in order.
   std::istringstream lines(request.text);
   std::string line;
@@ -113,6 +80,8 @@ void RadioRequestHandler::RunMacro(const RadioRequest& request) {
   }
 }
 
+}  // namespace
+
 void RadioRequestHandler::Run(const RadioRequest& request, RadioResult& result) {
   CatRadio& radio = *request.radio;
   result.text = request.text;
@@ -121,44 +90,11 @@ void RadioRequestHandler::Run(const RadioRequest& request, RadioResult& result) 
     case kReadFrequency:
       ReadFrequencies(radio, request.modelName, request.value1, result);
       break;
-    case kReadDropdowns:
-      ReadDropdowns(radio, result);
-      break;
-    case kReadRxMeters:
-      ReadMeters(radio, 0, result);
-      break;
-    case kReadTxMeters:
-      ReadMeters(radio, 1, result);
-      break;
-    case kReadSlider:
-      result.value = radio.ReadValue(request.text, request.text);
-      break;
-    case kPressButton:
-      if (!request.text.empty()) {
-        radio.SetValue(request.text, request.text);
-      }
-      break;
     case kSetFrequency:
       SetFrequency(request, result);
       break;
     case kStepFrequency:
       StepFrequency(request, result);
-      break;
-    case kSelectDropdown:
-      radio.SetMode(uint8_t(request.value1));
-      break;
-    case kSetSlider:
-      SetControl(request, result, true);
-      break;
-    case kSetDropdownByCommand:
-      radio.SetValue(WithValue(request.text, request.value1), request.text);
-      if (radio.manufacturer == kElecraft) {
-        radio.clock().SleepFor(std::chrono::milliseconds(250));
-      }
-      ReadDropdowns(radio, result);
-      break;
-    case kControlValue:
-      SetControl(request, result, false);
       break;
     case kRunMacro:
       RunMacro(request);
@@ -168,9 +104,10 @@ void RadioRequestHandler::Run(const RadioRequest& request, RadioResult& result) 
                         ? std::to_string(radio.SetValue(request.text, "Tester"))
                         : radio.ReadString(request.text);
       break;
+    case kClose:
+      break;  // touches no radio
     default:
-      // 1001, 1002, 1005, 1008, 1009 read the model's own controls; a model without control
-      // definitions has none to read. 1017 (close) touches no radio.
+      RunControlRequest(request, result);
       break;
   }
   if (radio.link().lost()) {

@@ -20,6 +20,7 @@ constexpr milliseconds kSlowItemsDelay{1000};
 constexpr milliseconds kSlowItemsDelaySlowLink{2000};
 constexpr milliseconds kBlockLook{50};
 constexpr int kBlockMaxLooks = 600;  // 30 s: a worker stuck longer than that is not waited for
+const char* const kModeDropdown = "Mode";
 
 std::string SpokenFrequency(Frequency hz) {
   if (hz == 0) {
@@ -262,14 +263,35 @@ void CRadioView::HandleStates(const RadioResult& r) {
   }
 }
 
+void CRadioView::HandleDropdowns(const RadioResult& r) {
+  for (const auto& [name, selection] : r.dropdowns) {
+    host_.ShowDropdown(name, selection);
+    if (name == kModeDropdown && selection != mode_) {
+      mode_ = selection;
+      if (options_.speech) {
+        speakModePending_ = true;
+        host_.KillTimer(kTimerSpeakMode);
+        host_.SetTimer(kTimerSpeakMode, options_.voiceModeDelay);
+      }
+    }
+  }
+}
+
 void CRadioView::HandleMeters(const RadioResult& r) {
-  if (r.mainMeter.numbers[0] == 0) {
+  if (!r.meters.empty()) {
+    host_.ShowMeters(r.meters);
+  }
+  // The transmit meters are shown only while transmitting: a late result from before the
+  // switch back to receive must not leave them on the panel.
+  if (r.mainMeter.numbers[0] == 0 || (r.code == kReadTxMeters && receiving_)) {
     return;
   }
   MeterReading main = r.mainMeter;
   main.text = std::to_string(main.numbers[0]) + " " + std::to_string(main.numbers[1]);
   host_.ShowMainMeter(main);
-  host_.SMeterChanged(main.numbers[0]);
+  if (r.code != kReadTxMeters) {
+    host_.SMeterChanged(main.numbers[0]);  // the logbook and interfaces take the S-meter only
+  }
   if (r.subMeter.numbers[0] != 0) {
     host_.ShowSubMeter(r.subMeter);
   }
@@ -304,18 +326,13 @@ void CRadioView::OnRadioData(int pending, std::unique_ptr<RadioResult> result) {
     case kReadStatusItems:
       host_.ShowStatusItems(r.states);
       break;
+    case kStartOfPolling:
+    case kPhase3Read:
+      HandleStates(r);
+      HandleDropdowns(r);
+      break;
     case kReadDropdowns:
-      for (const auto& [name, selection] : r.dropdowns) {
-        host_.ShowDropdown(name, selection);
-        if (name == "Mode" && selection != mode_) {
-          mode_ = selection;
-          if (options_.speech) {
-            speakModePending_ = true;
-            host_.KillTimer(kTimerSpeakMode);
-            host_.SetTimer(kTimerSpeakMode, options_.voiceModeDelay);
-          }
-        }
-      }
+      HandleDropdowns(r);
       break;
     case kReadSlider:
     case kSetSlider:
@@ -332,7 +349,8 @@ void CRadioView::OnRadioData(int pending, std::unique_ptr<RadioResult> result) {
     default:
       break;
   }
-  if (r.code == kReadRxMeters || r.code == kSetFrequency || r.code == kStepFrequency) {
+  if (r.code == kReadRxMeters || r.code == kReadTxMeters || r.code == kSetFrequency ||
+      r.code == kStepFrequency) {
     HandleMeters(r);
   }
   if (pending == 0) {
@@ -391,12 +409,36 @@ void CRadioView::StepFrequency(int32_t stepHz, int vfo) {
   Queue(kStepFrequency, uint32_t(stepHz), {}, uint32_t(vfo) & 0x1u);
 }
 
-void CRadioView::SelectMode(int mode) { Queue(kSelectDropdown, uint32_t(mode), "Mode"); }
+std::shared_ptr<const ModelControls> CRadioView::controls() const {
+  return ControlsForModel(radio_.manufacturer, radio_.definition());
+}
 
-void CRadioView::PressButton(const std::string& command) { Queue(kPressButton, 0, command); }
+void CRadioView::SelectMode(int mode) { SelectDropdown(kModeDropdown, uint32_t(mode)); }
 
-void CRadioView::SetSlider(int sliderId, const std::string& command, uint32_t value) {
-  Queue(kSetSlider, value, command, uint32_t(sliderId));
+void CRadioView::PressButton(const std::string& name) { SetButton(name, !Button(name)); }
+
+void CRadioView::SetButton(const std::string& name, bool on) {
+  Queue(kPressButton, on ? 1 : 0, name);
+}
+
+void CRadioView::SelectDropdown(const std::string& name, uint32_t value) {
+  Queue(kSelectDropdown, value, name);
+}
+
+void CRadioView::SetDropdownByCommand(const std::string& name, uint32_t value) {
+  Queue(kSetDropdownByCommand, value, name);
+}
+
+void CRadioView::SetSlider(int sliderId, const std::string& name, uint32_t value) {
+  Queue(kSetSlider, value, name, uint32_t(sliderId));
+}
+
+void CRadioView::ReadSlider(int sliderId, const std::string& name) {
+  Queue(kReadSlider, 0, name, uint32_t(sliderId));
+}
+
+void CRadioView::SetControlValue(const std::string& name, uint32_t value) {
+  Queue(kControlValue, value > 255 ? 255 : value, name);
 }
 
 void CRadioView::SendCommand(const std::string& command) { Queue(kSendTester, 0, command); }

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "radio/cat_radio.h"
+#include "radio/radio_controls.h"
 #include "radio/radio_request.h"
 #include "radio/radio_view_host.h"
 #include "radio/radio_worker.h"
@@ -68,12 +69,29 @@ class CRadioView {
   // Queues the close request; nothing is queued after it.
   void Close();
 
-  // User actions.
+  // The controls of the radio's model (its family's control definitions): what the panel is
+  // built from. Never null; empty for a family without definitions.
+  std::shared_ptr<const ModelControls> controls() const;
+
+  // User actions. A control is named as its definition names it ("VFO B", "AF Gain"); a name
+  // that is not one of the model's controls is sent as a command text of the family, with the
+  // value where "%u" (or %d, %x, %X) stands.
   void SetFrequency(Frequency hz, int vfo = 0);
   void StepFrequency(int32_t stepHz, int vfo = 0);
   void SelectMode(int mode);
-  void PressButton(const std::string& command);
-  void SetSlider(int sliderId, const std::string& command, uint32_t value);
+  // 1010: toggles the button (on when the panel shows it off); SetButton asks for a state.
+  void PressButton(const std::string& name);
+  void SetButton(const std::string& name, bool on);
+  // 1013: a drop-down choice (the ControlChoice's value).
+  void SelectDropdown(const std::string& name, uint32_t value);
+  // 1015: a drop-down set by command; the drop-downs are read again after it.
+  void SetDropdownByCommand(const std::string& name, uint32_t value);
+  // 1014: a slider moved; its value is read back and handed to RefreshSlider.
+  void SetSlider(int sliderId, const std::string& name, uint32_t value);
+  // 1006: a slider asks for its value (after AskSliderToRefresh, or when it is created).
+  void ReadSlider(int sliderId, const std::string& name);
+  // 1016: a one-value control operation (0 to 255).
+  void SetControlValue(const std::string& name, uint32_t value);
   void SendCommand(const std::string& command);
   // The block message: on = wait (50 ms a look, bounded) until the worker's queue has run dry.
   void Block(bool on);
@@ -91,6 +109,8 @@ class CRadioView {
   bool closing() const { return closing_; }
   bool transmitting() const { return !receiving_; }
   bool blocked() const { return blocked_; }
+  // A button's state as the panel shows it (false for a button never read or pressed).
+  bool buttonOn(const std::string& name) const { return Button(name); }
   // The VFO selector of the next frequency poll.
   uint32_t PollSelector() const;
 
@@ -100,6 +120,7 @@ class CRadioView {
   bool Button(const std::string& name) const;
   bool HandleFrequencies(const RadioResult& result);
   void HandleStates(const RadioResult& result);
+  void HandleDropdowns(const RadioResult& result);
   void HandleMeters(const RadioResult& result);
   void SpeakPending();
   void RestartRefresh(bool changed);

@@ -35,6 +35,8 @@ class RadioViewHost {
   virtual void ShowStatusItems(const std::vector<std::pair<std::string, bool>>& /*items*/) {}
   virtual void ShowMainMeter(const MeterReading& /*meter*/) {}
   virtual void ShowSubMeter(const MeterReading& /*meter*/) {}
+  // Every meter of the model that was read (receive or transmit set), by control name.
+  virtual void ShowMeters(const std::vector<std::pair<std::string, int>>& /*meters*/) {}
   // A slider's value read from the radio (the refresh message with the value), and the
   // phase-2 request that a slider read itself again.
   virtual void RefreshSlider(int /*sliderId*/, uint32_t /*value*/) {}

@@ -99,20 +99,33 @@ TEST_F(RadioRequestHandlerTest, AStepSetsNothingWhenTheReadFailed) {
   EXPECT_EQ(result.frequencyCurrent, 0u);
 }
 
-TEST_F(RadioRequestHandlerTest, ASliderIsSetThenReadBack) {
-  RadioResult r = Run(kSetSlider, 120, 7, "AG0%03u");
+int Dropdown(const RadioResult& r, const std::string& name) {
+  for (const auto& [n, selection] : r.dropdowns) {
+    if (n == name) {
+      return selection;
+    }
+  }
+  return -1;
+}
+
+TEST_F(RadioRequestHandlerTest, ASliderIsSetByNameThenReadBackForItsSlider) {
+  RadioResult r = Run(kSetSlider, 120, 7, "AF Gain");
   EXPECT_EQ(r.value, 120u);
   EXPECT_EQ(r.sliderId, 7u);
-  r = Run(kReadSlider, 0, 9, "AG0");
+  EXPECT_EQ(radio_.values().Get("AG0"), "120");
+  r = Run(kReadSlider, 0, 9, "AF Gain");
   EXPECT_EQ(r.value, 120u);
   EXPECT_EQ(r.sliderId, 9u);
 }
 
 TEST_F(RadioRequestHandlerTest, DropdownsAndModeSelection) {
-  RadioResult r = Run(kSelectDropdown, 3, 0, "Mode");
-  r = Run(kReadDropdowns);
-  ASSERT_EQ(r.dropdowns.size(), 1u);
-  EXPECT_EQ(r.dropdowns[0], (std::pair<std::string, int>{"Mode", 3}));
+  Run(kSelectDropdown, 3, 0, "Mode");
+  Run(kSelectDropdown, 500, 0, "Filter");
+  Run(kSelectDropdown, 7, 0, "AF Gain");  // not a drop-down: nothing happens
+  RadioResult r = Run(kReadDropdowns);
+  EXPECT_EQ(Dropdown(r, "Mode"), 3);
+  EXPECT_EQ(Dropdown(r, "Filter"), 500);
+  EXPECT_EQ(radio_.values().Get("AG0"), "50");
 }
 
 TEST_F(RadioRequestHandlerTest, AMacroSendsEachLineInOrder) {
@@ -144,8 +157,7 @@ TEST_F(RadioRequestHandlerTest, ElecraftWaitsBeforeReadingBackADropdownSetByComm
   const auto before = clock_.elapsed();
   RadioRequestHandler::Run(request, result);
   EXPECT_EQ(clock_.elapsed() - before, milliseconds(250));
-  ASSERT_EQ(result.dropdowns.size(), 1u);
-  EXPECT_EQ(result.dropdowns[0].second, 3);
+  EXPECT_EQ(Dropdown(result, "Mode"), 3);
 }
 
 TEST_F(RadioRequestHandlerTest, ALostPortIsReportedInTheResult) {

@@ -22,6 +22,9 @@ class FakeHost final : public RadioViewHost {
     dropdowns[name] = selection;
   }
   void AskSliderToRefresh(int slider) override { sliderAsks.push_back(slider); }
+  void ShowButtonState(const std::string& name, bool on) override { buttons[name] = on; }
+  void ShowMainMeter(const MeterReading& meter) override { mainMeter.push_back(meter.numbers[0]); }
+  void SMeterChanged(int reading) override { sMeter.push_back(reading); }
   void TransmitChanged(bool on) override { transmit.push_back(on); }
   void Closed() override { closed = true; }
 
@@ -31,6 +34,9 @@ class FakeHost final : public RadioViewHost {
   std::vector<Frequency> shown;
   std::map<std::string, int> dropdowns;
   std::vector<int> sliderAsks;
+  std::map<std::string, bool> buttons;
+  std::vector<int> mainMeter;
+  std::vector<int> sMeter;
   std::vector<bool> transmit;
   bool closed = false;
 };
@@ -253,6 +259,38 @@ TEST_F(RadioViewTest, TransmitSwitchesThePolledMeters) {
   view_.OnTimer(kTimerSlowItems);
   view_.OnTimer(kTimerRefresh);
   EXPECT_EQ(worker_.PendingCodes(), (Codes{1000, 1007, 1005})) << "phase 1 of cycle 1";
+}
+
+TEST_F(RadioViewTest, StartAndSlowReadsFillButtonsAndDropdowns) {
+  KnowFrequency();
+  for (uint32_t code : {kStartOfPolling, kPhase3Read}) {
+    auto r = std::make_unique<RadioResult>();
+    r->code = code;
+    r->states = {{"ATT", code == kPhase3Read}};
+    r->dropdowns = {{"AGC", int(code)}};
+    view_.OnRadioData(1, std::move(r));
+    EXPECT_EQ(host_.buttons["ATT"], code == kPhase3Read);
+    EXPECT_EQ(host_.dropdowns["AGC"], int(code));
+  }
+}
+
+TEST_F(RadioViewTest, TransmitMetersAreShownOnlyWhileTransmitting) {
+  KnowFrequency();
+  auto meters = [](uint32_t code, int value) {
+    auto r = std::make_unique<RadioResult>();
+    r->code = code;
+    r->mainMeter.numbers = {value, 255, 1};
+    return r;
+  };
+  view_.OnRadioData(0, meters(kReadTxMeters, 40));  // late, from before the switch to receive
+  view_.OnRadioData(0, meters(kReadRxMeters, 9));
+  auto tx = std::make_unique<RadioResult>();
+  tx->code = kReadButtons;
+  tx->states = {{"TX", true}};
+  view_.OnRadioData(0, std::move(tx));
+  view_.OnRadioData(0, meters(kReadTxMeters, 50));
+  EXPECT_EQ(host_.mainMeter, (std::vector<int>{9, 50}));
+  EXPECT_EQ(host_.sMeter, (std::vector<int>{9})) << "a power reading is no S-meter reading";
 }
 
 TEST_F(RadioViewTest, AfterCloseNothingIsQueuedAndLateResultsHaveNoEffect) {

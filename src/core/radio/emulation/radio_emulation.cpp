@@ -38,48 +38,68 @@ EmulatedRadioState RadioEmulation::Snapshot() {
 
 std::string RadioEmulation::Answer(const std::string& command) {
   EmulationAnswer answer = AnswerKenwoodCommand(command, Snapshot());
-  if (answer.action) {
-    Apply(*answer.action);
+  if (answer.action && !Apply(*answer.action)) {
+    return std::string(kEmulationRefusal);  // the radio behind this port cannot do it
   }
   return answer.reply;
 }
 
-void RadioEmulation::Apply(const EmulationAction& action) {
+bool RadioEmulation::HasButton(const std::string& name) const {
+  const ControlDefinition* c = view_.controls()->Find(name);
+  return c != nullptr && c->kind == ControlKind::kButton && c->settable();
+}
+
+bool RadioEmulation::Apply(const EmulationAction& action) {
   using Kind = EmulationAction::Kind;
   switch (action.kind) {
     case Kind::kSetFrequency:
       Hold(action.vfo == 1 ? pendingB_ : pendingA_, action.value);
       view_.SetFrequency(action.value, action.vfo);
-      break;
+      return true;
     case Kind::kSetMode: {
       const int mode = FromKenwoodMode(family_, static_cast<int>(action.value));
-      if (mode >= 0) {
-        Hold(pendingMode_, action.value);
-        view_.SelectMode(mode);
+      if (mode < 0) {
+        return false;
       }
-      break;
+      Hold(pendingMode_, action.value);
+      view_.SelectMode(mode);
+      return true;
     }
-    case Kind::kSetReceiveVfo:
-      receiveVfo_ = static_cast<int>(action.value);
-      transmitVfo_ = receiveVfo_;  // as on the radio: choosing the receive VFO sets both
-      view_.SetButtonState("VFO B", receiveVfo_ == 1);
+    case Kind::kSetReceiveVfo: {
+      const int vfo = static_cast<int>(action.value);
       if (SpeaksKenwood()) {
-        view_.PressButton("FR" + std::to_string(receiveVfo_));
+        view_.PressButton("FR" + std::to_string(vfo));  // the radio's own command, as sent
+      } else if (HasButton(kVfoBButton)) {
+        view_.SetButton(kVfoBButton, vfo == 1);
+      } else {
+        return false;
       }
-      break;
-    case Kind::kSetTransmitVfo:
-      transmitVfo_ = static_cast<int>(action.value);
+      receiveVfo_ = vfo;
+      transmitVfo_ = vfo;  // as on the radio: choosing the receive VFO sets both
+      view_.SetButtonState(kVfoBButton, vfo == 1);
+      return true;
+    }
+    case Kind::kSetTransmitVfo: {
+      const int vfo = static_cast<int>(action.value);
       if (SpeaksKenwood()) {
-        view_.PressButton("FT" + std::to_string(transmitVfo_));
+        view_.PressButton("FT" + std::to_string(vfo));
+      } else if (HasButton(kSplitButton)) {
+        view_.SetButton(kSplitButton, vfo != receiveVfo_);
+      } else {
+        return false;
       }
-      break;
+      transmitVfo_ = vfo;
+      return true;
+    }
     case Kind::kTransmit:
-      transmitting_ = action.value != 0;
-      if (SpeaksKenwood()) {
-        view_.PressButton(transmitting_ ? "TX" : "RX");
+      if (!HasButton(kTxButton)) {
+        return false;
       }
-      break;
+      transmitting_ = action.value != 0;
+      view_.SetButton(kTxButton, transmitting_);
+      return true;
   }
+  return false;
 }
 
 }  // namespace tavlorin

@@ -1,7 +1,9 @@
 // RadioEmulation: the radio window's side of an emulated port. It answers the Kenwood commands
 // another program sends (through CEmulComPortThread) from the window's view of the connected
 // radio, and turns that program's set-commands into the window's own user actions, so they
-// reach the real radio through the worker queue ahead of the polls.
+// reach the real radio through the worker queue ahead of the polls. A radio of another family
+// is switched through its own controls ("VFO B", "Split", "TX" of its control definitions); a
+// command it has no control for is answered "?;".
 //
 // A set-command takes effect on the radio only when the worker has run it, but the program
 // that sent it usually reads the value straight back. So a value just set is answered until
@@ -45,8 +47,14 @@ class RadioEmulation {
   };
   uint32_t Overlay(Pending& pending, uint32_t shown);
   void Hold(Pending& pending, uint32_t value);
-  void Apply(const EmulationAction& action);
+  // False when the radio has no control for it (the client is answered "?;").
+  bool Apply(const EmulationAction& action);
   bool SpeaksKenwood() const;
+  bool HasButton(const std::string& name) const;
+
+  static constexpr const char* kVfoBButton = "VFO B";
+  static constexpr const char* kSplitButton = "Split";
+  static constexpr const char* kTxButton = "TX";
 
   CRadioView& view_;
   const int family_;

@@ -28,8 +28,18 @@ std::string KenwoodDriver::Read(std::string_view command) {
 
 bool KenwoodDriver::Send(std::string_view command) {
   if (radio_.isDemo) {
-    return DemoKenwoodWrite(DemoKenwoodRadio::Of(radio_.manufacturer, radio_.definition()),
-                            radio_.values(), kenwood::TerminatedCommand(command)) != 0;
+    // One text may hold several commands ("FR1;FT1;"): each acts on its own.
+    const DemoKenwoodRadio demo = DemoKenwoodRadio::Of(radio_.manufacturer, radio_.definition());
+    const std::string all = kenwood::TerminatedCommand(command);
+    for (size_t start = 0; start < all.size();) {
+      const size_t end = all.find(kenwood::kTerminator, start);
+      if (end > start) {
+        DemoKenwoodWrite(demo, radio_.values(),
+                         std::string_view(all).substr(start, end - start + 1));
+      }
+      start = end + 1;
+    }
+    return true;
   }
   KenwoodTransaction t(radio_.link(), radio_.clock(), radio_.abort);
   return IsElecraft() ? t.ElecraftSend(command) : t.KenwoodSend(command);
