@@ -46,7 +46,7 @@ TEST(YaesuAsciiCodecTest, ModeCharactersRoundTripAndMapOntoTheProgramsModes) {
     EXPECT_EQ(ModeCommand(0, code), std::string("MD0") + letter + ";");
   }
   EXPECT_EQ(ModeCode('c'), 12);
-  for (uint8_t code : {0, 16, 255}) {
+  for (uint8_t code : {uint8_t{0}, uint8_t{16}, uint8_t{255}}) {
     EXPECT_EQ(ModeLetter(code), 0);
     EXPECT_EQ(ModeCommand(0, code), "");
   }
