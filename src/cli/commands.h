@@ -24,5 +24,6 @@ int RunLogCommand(const Globals& globals, const Args& args);
 int RunCountryCommand(const Globals& globals, const Args& args);
 int RunCountriesCommand(const Globals& globals, const Args& args);
 int RunLocatorCommand(const Globals& globals, const Args& args);
+int RunConnectIdentifyCommand(const Globals& globals, const Args& args);
 
 }  // namespace tavlorin::cli
