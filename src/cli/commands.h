@@ -24,6 +24,7 @@ int RunLogCommand(const Globals& globals, const Args& args);
 int RunCountryCommand(const Globals& globals, const Args& args);
 int RunCountriesCommand(const Globals& globals, const Args& args);
 int RunLocatorCommand(const Globals& globals, const Args& args);
+int RunConnectIdentifyCommand(const Globals& globals, const Args& args);
 int RunSpotsCommand(const Globals& globals, const Args& args);
 int RunSpotCommand(const Globals& globals, const Args& args);
 int RunWebpageCommand(const Globals& globals, const Args& args);

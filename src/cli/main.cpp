@@ -22,6 +22,8 @@ struct Command {
 constexpr Command kCommands[] = {
     {"radio", "talk to a radio: read and set frequency and mode, poll it", RunRadioCommand},
     {"radios", "list the radio models, their speeds and CI-V addresses", RunRadiosCommand},
+    {"connect", "connect --identify: find which radio answers on a port, and its preset",
+     RunConnectIdentifyCommand},
     {"emulate", "serve a radio on an emulated Kenwood port for other programs", RunEmulateCommand},
     {"log", "the logbook: define the file, add, list, update and delete contacts", RunLogCommand},
     {"country", "the DXCC entity and country of callsigns", RunCountryCommand},

@@ -13,7 +13,8 @@ namespace tavlorin::cli {
 const char* const kRadioOptionsHelp =
     "  --model M        the radio model, as listed by the program (\"TS-2000\", \"IC-7300\",\n"
     "                   \"TS-2000: Demo\" for a demonstration radio that needs no port)\n"
-    "  --company NAME   the company, when the model is not in the list (\"Kenwood\", \"ICOM\")\n"
+    "  --company NAME   the company, when the model is not in the list (\"Kenwood\", \"ICOM\";\n"
+    "                   \"Yaesu ASCII\" for a Yaesu that takes FA014074000;)\n"
     "  --port P         the serial device (/dev/ttyUSB0, /dev/serial/by-id/...)\n"
     "  --speed N        bit rate; default: the model's usual speed\n"
     "  --address HEX    ICOM CI-V address (\"94\" for an IC-7300); default: the model's\n"
@@ -31,6 +32,9 @@ int CompanyCode(const std::string& name) {
   }
   if (name == "NRD-535" || name == "JRC") {
     return kNrd535;
+  }
+  if (name == "Yaesu ASCII") {  // "Yaesu" alone is the 5-byte family
+    return kYaesuAscii;
   }
   return 0;
 }
@@ -111,6 +115,12 @@ bool ConnectRadio(CatRadio& radio, const ConnectParams& params, bool quiet) {
   }
   if (!quiet) {
     std::fprintf(stderr, "%s\n", message.c_str());
+  }
+  // Which model answered: always worth saying when it is not the one the user named.
+  const std::string connectedAs = ", connected as " + params.model;
+  const std::string& report = radio.identityReport;
+  if (!report.empty() && (!quiet || report != "found " + params.model + connectedAs)) {
+    std::fprintf(stderr, "%s\n", report.c_str());
   }
   return true;
 }

@@ -38,8 +38,8 @@ void SimIcom::OnBytes(std::string_view bytes, std::vector<Emission>& out) {
 
 std::vector<uint8_t> SimIcom::FrequencyPayload(uint8_t command) const {
   std::vector<uint8_t> out{command};
-  for (uint32_t hz = frequency_; out.size() < 6; hz /= 100) {
-    out.push_back(Bcd(hz % 100));
+  for (uint64_t hz = frequency_; out.size() < 1 + size_t(options_.frequencyBytes); hz /= 100) {
+    out.push_back(Bcd(static_cast<uint32_t>(hz % 100)));
   }
   return out;
 }
@@ -48,7 +48,9 @@ void SimIcom::Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& o
   if (options_.echo) {
     out.push_back({std::string(frame.begin(), frame.end()), std::chrono::milliseconds(0)});
   }
-  if (frame.size() < 6 || frame[2] != options_.address || options_.silent) {
+  // Every radio on the bus answers 19 00 sent to the broadcast address with its own address.
+  const bool identityQuery = frame.size() >= 7 && frame[2] == 0x00 && frame[4] == 0x19;
+  if (frame.size() < 6 || (frame[2] != options_.address && !identityQuery) || options_.silent) {
     return;
   }
   std::string reply = Reply(std::vector<uint8_t>(frame.begin() + 4, frame.end() - 1));
@@ -88,7 +90,7 @@ std::string SimIcom::Reply(const std::vector<uint8_t>& p) {
       }
       sets_.push_back(p);
       if (p[0] == 0x05) {
-        uint32_t hz = 0;
+        uint64_t hz = 0;
         for (size_t i = p.size() - 1; i >= 1; --i) {
           hz = hz * 100 + (p[i] >> 4) * 10 + (p[i] & 0x0F);
         }

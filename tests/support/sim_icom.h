@@ -1,9 +1,9 @@
 // SimIcom: a simulated ICOM radio for PtyRadio: answers CI-V frames the way the radios do.
 //
 // It keeps a frequency, a mode and filter, an S-meter level and a table of read values, answers
-// 19 00, 03, 04, 05, 06, 15 02 (five frequency bytes) and any command of its value table, and
-// acknowledges sets; a set whose command is in the table (0F 01 after 0F) changes its value.
-// Options pick the behaviour of real set-ups:
+// 19 00, 03, 04, 05, 06, 15 02 (five frequency bytes, or the option's count) and any command of
+// its value table, and acknowledges sets; a set whose command is in the table (0F 01 after 0F)
+// changes its value. Options pick the behaviour of real set-ups:
 //  - echo: every frame the computer sends comes back first (a CI-V bus, or a radio with its
 //    USB echo on); without it only replies arrive (most radios on a USB cable);
 //  - broadcastsAfterReply: after each reply the radio sends that many transceive frequency
@@ -31,6 +31,7 @@ struct SimIcomOptions {
   int broadcastsAfterReply = 0;
   bool refuseSets = false;
   bool silent = false;
+  int frequencyBytes = 5;  // 6 for an IC-905
 };
 
 class SimIcom : public Simulator, protected SimulatorState {
@@ -39,7 +40,8 @@ class SimIcom : public Simulator, protected SimulatorState {
 
   void OnBytes(std::string_view bytes, std::vector<Emission>& out) override;
 
-  uint32_t frequency() const { return Read(frequency_); }
+  uint32_t frequency() const { return static_cast<uint32_t>(Read(frequency_)); }
+  void SetFrequency(uint64_t hz) { Write(frequency_, hz); }
   uint8_t mode() const { return Read(mode_); }
   uint8_t filter() const { return Read(filter_); }
   void SetSMeter(uint32_t level) { Write(sMeter_, level); }
@@ -61,7 +63,7 @@ class SimIcom : public Simulator, protected SimulatorState {
 
   SimIcomOptions options_;
   std::vector<uint8_t> pending_;
-  uint32_t frequency_ = 14070000;
+  uint64_t frequency_ = 14070000;
   uint8_t mode_ = 0x01;
   uint8_t filter_ = 0x02;
   uint32_t sMeter_ = 120;

@@ -60,11 +60,22 @@ std::string SimKenwood::Answer(const std::string& command) {
     return "";
   }
   if (letters == "MD") {
-    if (value.empty()) {
-      return "MD" + std::to_string(mode_) + ";";
+    const std::string prefix = receiverInMode_ ? "MD0" : "MD";
+    const std::string mode = body.substr(std::min(prefix.size(), body.size()));
+    if (body.compare(0, prefix.size(), prefix) != 0) {
+      return "?;";
     }
-    mode_ = value[0] - '0';
+    if (mode.empty()) {
+      const int m = mode_;
+      return prefix + (m < 10 ? std::string(1, char('0' + m)) : std::string(1, char('A' + m - 10))) +
+             ";";
+    }
+    mode_ = mode[0] >= 'A' ? 10 + (mode[0] - 'A') : mode[0] - '0';
     return "";
+  }
+  if (body == "ID") {
+    std::lock_guard lock(mutex_);
+    return identity_.empty() ? "?;" : "ID" + identity_ + ";";
   }
   if (letters == "FR" || letters == "FT") {
     std::atomic<int>& vfo = letters == "FR" ? receiveVfo_ : transmitVfo_;
@@ -88,6 +99,9 @@ std::string SimKenwood::Answer(const std::string& command) {
     return "IF" + Digits(hz, 11) + "     +000000000" + (transmitting_ ? "1" : "0") +
            std::to_string(mode_ % 10) + std::to_string(receiveVfo_) + "0" +
            (receiveVfo_ != transmitVfo_ ? "1" : "0") + "0000;";
+  }
+  if (k2 && body == "K2") {
+    return "K22;";  // the extended command set is on
   }
   if (letters == "AI" || (k2 && letters == "K2")) {
     return "";

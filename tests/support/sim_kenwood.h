@@ -1,6 +1,7 @@
 // SimKenwood: a simulated Kenwood-command radio for the far side of a PtyRadio: a Kenwood
 // transceiver (echoless ASCII, every reply ending in ";", "?;" for what it does not know, set
-// commands answered by silence) or an Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
+// commands answered by silence; modes above 9 as the letters A to F, as on the TS-890S) or an
+// Elecraft K2 ("BG" bar graph, no "FC", "K22" accepted).
 // It keeps VFO A and B, the receive and transmit VFO (FR, FT), transmit (TX, RX) and the mode,
 // and reports them in its "IF" status as the radios do.
 //
@@ -36,6 +37,13 @@ class SimKenwood final : public Simulator {
   bool transmitting() const { return transmitting_; }
   void SetFrequencyB(uint32_t hz) { frequencyB_ = hz; }
   void SetMeter(int value) { meter_ = value; }
+  // The answer to "ID;" ("020" for a TS-480); unset, "ID;" is refused.
+  void SetIdentity(std::string identity) {
+    std::lock_guard lock(mutex_);
+    identity_ = std::move(identity);
+  }
+  // A TS-990S: the mode command carries the receiver ("MD0;", "MD0A;").
+  void SetReceiverInModeCommand(bool on) { receiverInMode_ = on; }
 
   void RefuseNext(int count) { refuse_ = count; }
   void SetReplyDelay(std::chrono::milliseconds delay) { delay_ = delay; }
@@ -64,6 +72,8 @@ class SimKenwood final : public Simulator {
   std::atomic<std::chrono::milliseconds> delay_{std::chrono::milliseconds(0)};
   std::atomic<bool> silent_ = false;
   std::atomic<bool> garbled_ = false;
+  std::atomic<bool> receiverInMode_ = false;
+  std::string identity_;  // guarded by mutex_
 };
 
 }  // namespace tavlorin::testing

@@ -39,7 +39,8 @@ LineSettings FamilyLineSettings(int family, std::string_view speedText, bool cts
   }
   s.text = s.speedText + ",n,8," + std::to_string(s.stopBits);
 
-  s.ctsFlowControl = (family == kKenwood || family == kTenTec || family == kNrd535) && cts;
+  s.ctsFlowControl =
+      (family == kKenwood || family == kTenTec || family == kNrd535 || family == kYaesuAscii) && cts;
   // The modem lines as the open procedure leaves them: Elecraft always dropped, the PCR-1000
   // always raised, every other family as the connection's options say.
   switch (family) {

@@ -17,13 +17,16 @@ enum Manufacturer : int32_t {
   kDemonstration = 6,
   kGeneral = 7,  // the PCR-1000 receiver protocol
   kNrd535 = 8,
+  // Yaesu's ASCII command set (FT-991A, FTDX101D, FT-891, ...): the company "Yaesu" offers both
+  // this and the 5-byte family (4); the model's definition says which one it speaks.
+  kYaesuAscii = 9,
 };
 
 // Every family code. A new family takes the next free number and needs a row here, its line
 // settings (line_settings.cpp) and a case in CatRadio's switch; the radio definitions reader
 // refuses codes that are not listed.
-inline constexpr Manufacturer kFamilies[] = {kIcom,   kElecraft,      kKenwood, kYaesu,
-                                             kTenTec, kDemonstration, kGeneral, kNrd535};
+inline constexpr Manufacturer kFamilies[] = {kIcom,   kElecraft,      kKenwood, kYaesu,  kTenTec,
+                                             kDemonstration, kGeneral, kNrd535, kYaesuAscii};
 
 constexpr bool IsFamilyCode(int code) {
   for (Manufacturer family : kFamilies) {
@@ -42,6 +45,10 @@ inline constexpr std::string_view kCompanyYaesu = "Yaesu";
 inline constexpr std::string_view kCompanyTenTec = "Ten-Tec";
 inline constexpr std::string_view kCompanyGeneral = "General";
 inline constexpr std::string_view kCompanyDemonstration = "\xC2\xAE Dem-o-Matic \xC2\xAE";
+// Makers whose radios speak another maker's command set (CI-V; the TS-480's Kenwood subset).
+inline constexpr std::string_view kCompanyXiegu = "Xiegu";
+inline constexpr std::string_view kCompanyQrpLabs = "QRP Labs";
+inline constexpr std::string_view kCompanyTruSdx = "(tr)uSDX";
 
 // The company list in the order it is offered.
 struct Company {
@@ -56,6 +63,9 @@ inline constexpr Company kCompanies[] = {
     {kCompanyYaesu, kYaesu},
     {kCompanyGeneral, kGeneral},
     {kCompanyDemonstration, kDemonstration},
+    {kCompanyXiegu, kIcom},
+    {kCompanyQrpLabs, kKenwood},
+    {kCompanyTruSdx, kKenwood},
 };
 
 }  // namespace tavlorin

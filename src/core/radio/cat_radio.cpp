@@ -27,6 +27,7 @@ uint32_t CatRadio::ReadFrequency(int vfo, Frequency* hz, std::string* text) {
     case kElecraft:
     case kKenwood: result = kenwood_.ReadFrequency(vfo, hz); break;
     case kYaesu: result = yaesu_.ReadFrequency(vfo, hz); break;
+    case kYaesuAscii: result = yaesuAscii_.ReadFrequency(vfo, hz); break;
     case kTenTec: result = tentec_.ReadFrequency(hz); break;
     case kGeneral: result = pcr1000_.ReadFrequency(hz); break;
     case kNrd535: result = nrd535_.ReadFrequency(hz); break;
@@ -44,6 +45,7 @@ int CatRadio::SetFrequency(int vfo, Frequency hz) {
     case kElecraft:
     case kKenwood: kenwood_.SetFrequency(vfo, hz); break;
     case kYaesu: yaesu_.SetFrequency(vfo, hz); break;
+    case kYaesuAscii: yaesuAscii_.SetFrequency(vfo, hz); break;
     case kTenTec: tentec_.SetFrequency(hz); break;
     case kGeneral: pcr1000_.SetFrequency(hz); break;
     case kNrd535: nrd535_.SetFrequency(hz); break;
@@ -58,6 +60,7 @@ uint8_t CatRadio::ReadMode() {
     case kElecraft:
     case kKenwood: return kenwood_.ReadMode();
     case kYaesu: return yaesu_.ReadMode();
+    case kYaesuAscii: return yaesuAscii_.ReadMode();
     case kTenTec: return tentec_.ReadMode();
     case kGeneral: return pcr1000_.ReadMode();
     case kNrd535: return nrd535_.ReadMode();
@@ -71,6 +74,7 @@ int CatRadio::SetMode(uint8_t mode) {
     case kElecraft:
     case kKenwood: return kenwood_.SetMode(mode);
     case kYaesu: return yaesu_.SetMode(mode);
+    case kYaesuAscii: return yaesuAscii_.SetMode(mode);
     case kTenTec: return tentec_.SetMode(mode);
     default: return 0;
   }
@@ -98,6 +102,7 @@ uint8_t CatRadio::ReadSMeter(uint8_t meter) {
     case kElecraft:
     case kKenwood: return kenwood_.ReadSMeter();
     case kYaesu: return yaesu_.ReadSMeter(meter);
+    case kYaesuAscii: return yaesuAscii_.ReadSMeter();
     case kTenTec: return tentec_.ReadSMeter();
     case kGeneral: return pcr1000_.ReadSMeter();
     case kNrd535: return nrd535_.ReadSMeter();
@@ -119,6 +124,7 @@ uint32_t CatRadio::ReadValue(const std::string& command, const std::string& labe
         return yaesu_.ReadFilter();
       }
       return 0;
+    case kYaesuAscii: return yaesuAscii_.ReadValue(command);
     case kTenTec: return tentec_.ReadValue(command);
     case kNrd535: return nrd535_.ReadValue(command);
     default: return 0;
@@ -132,6 +138,7 @@ int CatRadio::SetValue(const std::string& command, const std::string& label) {
     case kElecraft:
     case kKenwood: return kenwood_.SetValue(command);
     case kYaesu: return yaesu_.SetValue(command);
+    case kYaesuAscii: return yaesuAscii_.SetValue(command);
     case kTenTec: return tentec_.SetValue(command);
     case kGeneral: return pcr1000_.SetValue(command);
     case kNrd535: return nrd535_.SetValue(command);
@@ -143,6 +150,7 @@ std::string CatRadio::ReadString(const std::string& command) {
   switch (manufacturer) {
     case kElecraft:
     case kKenwood: return kenwood_.ReadString(command);
+    case kYaesuAscii: return yaesuAscii_.ReadString(command);
     case kTenTec: return tentec_.ReadString(command);
     case kGeneral: return pcr1000_.ReadString(command);
     case kNrd535: return nrd535_.ReadString(command);

@@ -2,7 +2,8 @@
 //
 // It holds the link, the family code (`manufacturer`), the model and the connection texts, and
 // offers the radio operations. Each operation switches on `manufacturer` and calls that family's
-// driver (ICOM CI-V, Kenwood/Elecraft, Yaesu, Ten-Tec, PCR-1000, NRD-535); a family without an
+// driver (ICOM CI-V, Kenwood/Elecraft, Yaesu 5-byte and ASCII, Ten-Tec, PCR-1000, NRD-535); a
+// family without an
 // operation answers the default result (0, or 1 for SetFrequency). Operations return non-zero
 // for success or the value read, and never throw.
 //
@@ -30,6 +31,7 @@
 #include "radio/tentec/tentec_driver.h"
 #include "radio/value_map.h"
 #include "radio/yaesu/yaesu_driver.h"
+#include "radio/yaesu_ascii/yaesu_ascii_driver.h"
 #include "shell/clock.h"
 
 namespace tavlorin {
@@ -92,6 +94,7 @@ class CatRadio {
   KenwoodDriver& kenwood() { return kenwood_; }
   CivDriver& civ() { return civ_; }
   YaesuDriver& yaesu() { return yaesu_; }
+  YaesuAsciiDriver& yaesuAscii() { return yaesuAscii_; }
   TenTecDriver& tentec() { return tentec_; }
   Pcr1000Driver& pcr1000() { return pcr1000_; }
   Nrd535Driver& nrd535() { return nrd535_; }
@@ -117,6 +120,11 @@ class CatRadio {
   std::string modelName;
   std::string speedText;
   std::string extraText;
+  // What the radio said it is when Connect asked (Kenwood and Yaesu ASCII "ID;", ICOM 19 00):
+  // the identity text ("0570", "020", the CI-V address "94"), and "found FT-991A, connected as
+  // FT-991A" when the identity names a model of the family. Empty when the radio gave none.
+  std::string identity;
+  std::string identityReport;
   // The setting "m_nCommsRxTimeout" as read when the radio was created.
   int commsRxTimeoutMs = kDefaultCommsRxTimeoutMs;
 
@@ -139,6 +147,8 @@ class CatRadio {
   bool FamilyStartUp(const ConnectParams& params, std::string* identification,
                      std::string* message);
   bool ReadFrequencyWithRetries(const ConnectParams& params, std::string* message);
+  // Reads the identity of a connected radio into `identity` and `identityReport`, and logs it.
+  void ReadIdentity();
 
   Clock& clock_;
   RadioLink link_;
@@ -146,6 +156,7 @@ class CatRadio {
   KenwoodDriver kenwood_{*this};
   CivDriver civ_{*this};
   YaesuDriver yaesu_{*this};
+  YaesuAsciiDriver yaesuAscii_{*this};
   TenTecDriver tentec_{*this};
   Pcr1000Driver pcr1000_{*this};
   Nrd535Driver nrd535_{*this};

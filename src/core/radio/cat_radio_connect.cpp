@@ -1,8 +1,10 @@
 // Connecting, disconnecting and switching the power of a CatRadio.
+#include <cstdio>
 #include <cstdlib>
 
 #include "radio/cat_radio.h"
 #include "radio/demo/demo_defaults.h"
+#include "radio/radio_identity.h"
 #include "radio/radio_model_properties.h"
 #include "shell/debug_log.h"
 
@@ -24,6 +26,11 @@ constexpr const char* kPowerQuestion = "Switch off your Radio?";
 bool CatRadio::OpenPort(std::string* message) {
   LineSettings settings = FamilyLineSettings(manufacturer, speedText, useCts != 0, useDtr != 0,
                                              useRts != 0, commsRxTimeoutMs);
+  // Within a family some models want two stop bits and others one (Yaesu's ASCII radios).
+  if (const int stopBits = definition().Number(p::kStopBits, 0); stopBits != 0) {
+    settings.stopBits = stopBits;
+    settings.text = settings.speedText + ",n,8," + std::to_string(stopBits);
+  }
   return link_.Open(portName, settings, message);
 }
 
@@ -38,6 +45,9 @@ int CatRadio::Connect(const ConnectParams& params, std::string* identification,
   modelName = params.model;
   speedText = params.speed;
   isDemo = 0;
+  civReportedAddress = 0;
+  identity.clear();
+  identityReport.clear();
 
   if (params.company != kDemonstration && portName == "remote") {
     std::string chosen = selectRemote_ ? selectRemote_() : std::string();
@@ -62,7 +72,39 @@ int CatRadio::Connect(const ConnectParams& params, std::string* identification,
   if (!FamilyStartUp(params, identification, message)) {
     return 0;
   }
-  return ReadFrequencyWithRetries(params, message) ? 1 : 0;
+  if (!ReadFrequencyWithRetries(params, message)) {
+    return 0;
+  }
+  ReadIdentity();
+  return 1;
+}
+
+void CatRadio::ReadIdentity() {
+  switch (manufacturer) {
+    case kIcom:
+      if (civReportedAddress != 0) {
+        char text[4];
+        std::snprintf(text, sizeof text, "%02X", civReportedAddress);
+        identity = text;
+      }
+      break;
+    case kElecraft:
+    case kKenwood:
+      identity = kenwood_.ReadString("ID");
+      break;
+    case kYaesuAscii:
+      identity = yaesuAscii_.ReadIdentity().value_or("");
+      break;
+    default:
+      return;
+  }
+  if (identity.empty()) {
+    return;
+  }
+  identityReport =
+      IdentityReport(FoundModel(AllRadioModels(), definition(), manufacturer, identity), modelName);
+  DebugLog::Write("Radio identity %s%s%s", identity.c_str(), identityReport.empty() ? "" : ": ",
+                  identityReport.c_str());
 }
 
 bool CatRadio::FamilyStartUp(const ConnectParams& params, std::string* identification,
@@ -74,6 +116,9 @@ bool CatRadio::FamilyStartUp(const ConnectParams& params, std::string* identific
     case kElecraft:
     case kKenwood:
       kenwood_.StartUp();
+      break;
+    case kYaesuAscii:
+      yaesuAscii_.StartUp();
       break;
     case kDemonstration:
       isDemo = 1;
@@ -107,6 +152,8 @@ bool CatRadio::ReadFrequencyWithRetries(const ConnectParams& params, std::string
     }
     if (manufacturer == kElecraft || manufacturer == kKenwood) {
       kenwood_.StartUp();
+    } else if (manufacturer == kYaesuAscii) {
+      yaesuAscii_.StartUp();
     }
     if (std::string_view wakeUp = definition().Property(p::kWakeUp); !wakeUp.empty() && !isDemo) {
       ReadString(std::string(wakeUp));  // the answer does not matter: the radio is listening
@@ -151,6 +198,8 @@ int CatRadio::SwitchPower(const std::string& model, bool on) {
       return kenwood_.SwitchPower(on);
     case kYaesu:
       return yaesu_.SwitchPower(on);
+    case kYaesuAscii:
+      return yaesuAscii_.SwitchPower(on);
     case kGeneral:
       return pcr1000_.SwitchPower(on);
     default:

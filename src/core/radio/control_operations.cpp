@@ -26,11 +26,12 @@ struct Word {
 constexpr unsigned Bit(int family) { return 1u << family; }
 constexpr unsigned kAllFamilies = ~0u;
 constexpr unsigned kModeSetFamilies =
-    Bit(kIcom) | Bit(kElecraft) | Bit(kKenwood) | Bit(kYaesu) | Bit(kTenTec);
-constexpr unsigned kTextReadFamilies =
-    Bit(kIcom) | Bit(kElecraft) | Bit(kKenwood) | Bit(kTenTec) | Bit(kGeneral) | Bit(kNrd535);
-constexpr unsigned kAsciiFamilies =
-    Bit(kElecraft) | Bit(kKenwood) | Bit(kTenTec) | Bit(kGeneral) | Bit(kNrd535);
+    Bit(kIcom) | Bit(kElecraft) | Bit(kKenwood) | Bit(kYaesu) | Bit(kTenTec) | Bit(kYaesuAscii);
+constexpr unsigned kTextReadFamilies = Bit(kIcom) | Bit(kElecraft) | Bit(kKenwood) |
+                                       Bit(kTenTec) | Bit(kGeneral) | Bit(kNrd535) |
+                                       Bit(kYaesuAscii);
+constexpr unsigned kAsciiFamilies = Bit(kElecraft) | Bit(kKenwood) | Bit(kTenTec) |
+                                    Bit(kGeneral) | Bit(kNrd535) | Bit(kYaesuAscii);
 
 constexpr Word kWords[] = {
     {"mode", Op::kMode, false, kAllFamilies, true, false},
@@ -156,7 +157,7 @@ bool CheckCommand(int family, const ControlText& text, bool forSet, std::string*
 // decimal with a sign or as hexadecimal (Ten-Tec "03e8", PCR-1000 levels), else the decimal
 // digits it begins with (the Orion's "50R2S1.5": 50 watts forward).
 std::optional<uint32_t> ReplyNumber(int family, const std::string& text) {
-  if (family == kElecraft || family == kKenwood) {
+  if (family == kElecraft || family == kKenwood || family == kYaesuAscii) {
     return kenwood::ParseValue(text);
   }
   if (std::optional<int32_t> number = ParseTenTecNumber(text)) {
@@ -241,7 +242,8 @@ std::optional<uint32_t> ReadControlText(CatRadio& radio, const ControlText& text
     case Op::kMode: {
       const uint8_t mode = radio.ReadMode();
       // The Kenwood families number their modes from 1: 0 is a read that failed.
-      if (mode == 0 && (radio.manufacturer == kKenwood || radio.manufacturer == kElecraft)) {
+      if (mode == 0 && (radio.manufacturer == kKenwood || radio.manufacturer == kElecraft ||
+                        radio.manufacturer == kYaesuAscii)) {
         return std::nullopt;
       }
       return mode;

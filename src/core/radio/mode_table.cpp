@@ -8,29 +8,32 @@ namespace {
 // Where a family has one code for two rows (Kenwood FSK for RTTY), the first row is the one a
 // code reads back as.
 // clang-format off
+// Yaesu ASCII: MD0 carries one character, 1-9 then A-E, read here as its value (A = 10): 6 is
+// RTTY-LSB (the usual RTTY), 7 CW-L, 8 DATA-LSB (called PKT-L on the FTDX3000), 9 RTTY-USB,
+// A DATA-FM, B FM-N, C DATA-USB, D AM-N, E C4FM. DATA-FM (A) has no row of its own.
 constexpr ModeRow kRows[] = {
-    // n  name       ICOM  Ken  Elec  Yaesu  Classic  TenTec PCR  NRD
-    {0, "None",      -1,   -1,  -1,   -1,    -1,      -1,    -1,  -1},
-    {1, "LSB",       0x00, 1,   1,    0x00,  0x00,    1,     0,   3},
-    {2, "USB",       0x01, 2,   2,    0x01,  0x01,    0,     1,   2},
-    {3, "CW",        0x03, 3,   3,    0x02,  0x02,    2,     3,   1},
-    {4, "CW-R",      0x07, 7,   7,    0x03,  0x03,    3,     -1,  -1},
-    {5, "AM",        0x02, 5,   5,    0x04,  0x04,    4,     2,   4},
-    {6, "FM",        0x05, 4,   4,    0x08,  0x06,    5,     5,   5},
-    {7, "WFM",       0x06, -1,  -1,   -1,    -1,      -1,    6,   -1},
-    {8, "USB-D",     -1,   -1,  -1,   0x0A,  -1,      -1,    -1,  -1},
-    {9, "PKT",       -1,   -1,  -1,   0x0C,  0x0A,    -1,    -1,  -1},
-    {10, "RTTY",     0x04, 6,   6,    -1,    0x08,    6,     -1,  0},
-    {11, "RTTY-R",   0x08, 9,   9,    -1,    0x09,    -1,    -1,  -1},
-    {12, "DV",       0x17, -1,  -1,   -1,    -1,      -1,    -1,  -1},
-    {13, "FSK",      -1,   6,   -1,   -1,    -1,      6,     -1,  -1},
-    {14, "FSK-R",    -1,   9,   -1,   -1,    -1,      -1,    -1,  -1},
-    {15, "CW-N",     -1,   -1,  -1,   0x82,  -1,      -1,    -1,  -1},
-    {16, "CW-R-N",   -1,   -1,  -1,   0x83,  -1,      -1,    -1,  -1},
-    {17, "AM-N",     -1,   -1,  -1,   0x84,  0x05,    -1,    -1,  6},
-    {18, "FM-N",     -1,   -1,  -1,   0x88,  -1,      -1,    -1,  -1},
-    {19, "PSK31",    0x12, -1,  -1,   -1,    -1,      -1,    -1,  -1},
-    {20, "PSK31-R",  0x13, -1,  -1,   -1,    -1,      -1,    -1,  -1},
+    // n  name       ICOM  Ken  Elec  Yaesu  Classic  TenTec PCR  NRD  YaesuASCII
+    {0, "None",      -1,   -1,  -1,   -1,    -1,      -1,    -1,  -1,  -1},
+    {1, "LSB",       0x00, 1,   1,    0x00,  0x00,    1,     0,   3,   1},
+    {2, "USB",       0x01, 2,   2,    0x01,  0x01,    0,     1,   2,   2},
+    {3, "CW",        0x03, 3,   3,    0x02,  0x02,    2,     3,   1,   3},
+    {4, "CW-R",      0x07, 7,   7,    0x03,  0x03,    3,     -1,  -1,  7},
+    {5, "AM",        0x02, 5,   5,    0x04,  0x04,    4,     2,   4,   5},
+    {6, "FM",        0x05, 4,   4,    0x08,  0x06,    5,     5,   5,   4},
+    {7, "WFM",       0x06, -1,  -1,   -1,    -1,      -1,    6,   -1,  -1},
+    {8, "USB-D",     -1,   -1,  -1,   0x0A,  -1,      -1,    -1,  -1,  12},
+    {9, "PKT",       -1,   -1,  -1,   0x0C,  0x0A,    -1,    -1,  -1,  8},
+    {10, "RTTY",     0x04, 6,   6,    -1,    0x08,    6,     -1,  0,   6},
+    {11, "RTTY-R",   0x08, 9,   9,    -1,    0x09,    -1,    -1,  -1,  9},
+    {12, "DV",       0x17, -1,  -1,   -1,    -1,      -1,    -1,  -1,  14},
+    {13, "FSK",      -1,   6,   -1,   -1,    -1,      6,     -1,  -1,  -1},
+    {14, "FSK-R",    -1,   9,   -1,   -1,    -1,      -1,    -1,  -1,  -1},
+    {15, "CW-N",     -1,   -1,  -1,   0x82,  -1,      -1,    -1,  -1,  -1},
+    {16, "CW-R-N",   -1,   -1,  -1,   0x83,  -1,      -1,    -1,  -1,  -1},
+    {17, "AM-N",     -1,   -1,  -1,   0x84,  0x05,    -1,    -1,  6,   13},
+    {18, "FM-N",     -1,   -1,  -1,   0x88,  -1,      -1,    -1,  -1,  11},
+    {19, "PSK31",    0x12, -1,  -1,   -1,    -1,      -1,    -1,  -1,  -1},
+    {20, "PSK31-R",  0x13, -1,  -1,   -1,    -1,      -1,    -1,  -1,  -1},
 };
 // clang-format on
 
@@ -54,6 +57,8 @@ int16_t CodeOf(const ModeRow& row, ModeCodeSet set) {
       return row.pcr1000;
     case ModeCodeSet::kNrd535:
       return row.nrd535;
+    case ModeCodeSet::kYaesuAscii:
+      return row.yaesuAscii;
   }
   return -1;
 }

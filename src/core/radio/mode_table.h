@@ -25,12 +25,13 @@ enum class ModeCodeSet {
   kTenTec,        // Orion RMM: 0 USB, 1 LSB, 2 CW (upper), 3 CW (lower), 4 AM, 5 FM, 6 FSK
   kPcr1000,       // K0 mode: 00 LSB, 01 USB, 02 AM, 03 CW, 05 NFM, 06 WFM
   kNrd535,        // D: 0 RTTY, 1 CW, 2 USB, 3 LSB, 4 AM, 5 FM, 6 AMS
+  kYaesuAscii,    // MD0: the letter's value, 1 LSB, 2 USB, 3 CW-U, 4 FM, 5 AM, ... C DATA-USB
 };
 
 struct ModeRow {
   int number;
   std::string_view name;
-  int16_t icom, kenwood, elecraft, yaesu, yaesuClassic, tenTec, pcr1000, nrd535;
+  int16_t icom, kenwood, elecraft, yaesu, yaesuClassic, tenTec, pcr1000, nrd535, yaesuAscii;
 };
 
 std::span<const ModeRow> ModeTable();

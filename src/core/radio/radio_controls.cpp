@@ -37,6 +37,7 @@ struct FamilyFile {
 constexpr FamilyFile kFiles[] = {
     {kIcom, "ICOM"},      {kElecraft, "Elecraft"}, {kKenwood, "Kenwood"}, {kYaesu, "Yaesu"},
     {kTenTec, "Ten-Tec"}, {kGeneral, "General"},   {kNrd535, "NRD-535"},
+    {kYaesuAscii, "Yaesu ASCII"},
 };
 
 std::vector<std::string_view> Split(std::string_view text, char separator) {

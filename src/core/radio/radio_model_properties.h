@@ -19,13 +19,19 @@ inline constexpr std::string_view kPower = "power";  // ask | battery | quiet
 inline constexpr std::string_view kWakeUp = "wake-up";
 inline constexpr std::string_view kVfoAIsCurrent = "vfo-a-is-current";
 inline constexpr std::string_view kSlidersWriteOnly = "sliders-write-only";
+inline constexpr std::string_view kStopBits = "stop-bits";
+// Kenwood, Elecraft and Yaesu ASCII: the answer to "ID;" that names the model.
+inline constexpr std::string_view kIdentity = "identity";
 // Kenwood and Elecraft.
 inline constexpr std::string_view kSMeter = "s-meter";
 inline constexpr std::string_view kNoSMeter = "no-s-meter";
 inline constexpr std::string_view kSMeterScale = "s-meter-scale";
 inline constexpr std::string_view kReceiverDigit = "receiver-digit";
-// Ten-Tec.
+inline constexpr std::string_view kModeLetters = "mode-letters";
+// Ten-Tec, Kenwood and Elecraft.
 inline constexpr std::string_view kModeCommand = "mode-command";
+// Yaesu (ASCII commands).
+inline constexpr std::string_view kFrequencyDigits = "frequency-digits";
 // Yaesu (5-byte commands).
 inline constexpr std::string_view kFrequencyRead = "frequency-read";
 inline constexpr std::string_view kDigits = "digits";

@@ -95,8 +95,8 @@ std::string ParseLine(std::string_view line, RadioModel* model) {
     return "the CI-V address \"" + f[6] + "\" is not two hexadecimal digits";
   }
   if (!f[7].empty() && (!ParseInt(f[7], &model->civFrequencyBytes) ||
-                        model->civFrequencyBytes < 4 || model->civFrequencyBytes > 5)) {
-    return "a CI-V frequency has 4 or 5 bytes, not \"" + f[7] + "\"";
+                        model->civFrequencyBytes < 4 || model->civFrequencyBytes > 6)) {
+    return "a CI-V frequency has 4 to 6 bytes, not \"" + f[7] + "\"";
   }
   bool offered = false;
   for (const std::string& s : model->speeds) {

@@ -27,7 +27,7 @@ struct RadioModel {
   std::vector<std::string> speeds;  // the speed list offered, slowest first
   std::string defaultSpeed;
   std::string civAddress;     // hexadecimal, ICOM family only
-  int civFrequencyBytes = 5;  // BCD bytes of a CI-V frequency (the IC-735 has 4)
+  int civFrequencyBytes = 5;  // BCD bytes of a CI-V frequency (the IC-735 has 4, the IC-905 6)
   // Quirks: property name to value ("" for a flag). Names and values are checked by the reader
   // against the vocabulary of radio_model_properties.h.
   std::map<std::string, std::string, std::less<>> properties;

@@ -81,6 +81,7 @@ uint32_t CRadioView::PollSelector() const {
       selector = Button("VFO B") ? 1 : 0;
       break;
     case kKenwood:
+    case kYaesuAscii:
       selector = Button("VFO B") ? 1 : Button("MEM") ? 3 : 0;
       break;
     default:

@@ -61,7 +61,7 @@ class CatRadioTest : public ::testing::Test {
 };
 
 TEST_F(CatRadioTest, UnknownFamiliesAnswerTheDefaultsAndSendNothing) {
-  for (int family : {0, 6, 9, -1}) {
+  for (int family : {0, 6, 10, -1}) {
     ScriptedDevice& port = AttachPort(family);
     Frequency hz = 123;
     std::string text;

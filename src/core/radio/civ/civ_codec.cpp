@@ -56,7 +56,7 @@ std::optional<uint32_t> DecodeBcdByte(uint8_t byte) {
   return high * 10 + low;
 }
 
-std::optional<Frequency> DecodeCivFrequency(const uint8_t* data, int byteCount) {
+std::optional<uint64_t> DecodeCivHertz(const uint8_t* data, int byteCount) {
   uint64_t hz = 0;
   for (int i = byteCount - 1; i >= 0; --i) {
     std::optional<uint32_t> pair = DecodeBcdByte(data[i]);
@@ -65,10 +65,15 @@ std::optional<Frequency> DecodeCivFrequency(const uint8_t* data, int byteCount) 
     }
     hz = hz * 100 + *pair;
   }
-  if (hz > 0xFFFFFFFFu) {
-    return std::nullopt;  // above 4.29 GHz: no radio of this family tunes there
+  return hz;
+}
+
+std::optional<Frequency> DecodeCivFrequency(const uint8_t* data, int byteCount) {
+  std::optional<uint64_t> hz = DecodeCivHertz(data, byteCount);
+  if (!hz || *hz > 0xFFFFFFFFu) {
+    return std::nullopt;
   }
-  return static_cast<Frequency>(hz);
+  return static_cast<Frequency>(*hz);
 }
 
 std::optional<uint32_t> DecodeCivValue(const std::vector<uint8_t>& data) {

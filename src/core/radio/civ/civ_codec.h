@@ -14,9 +14,14 @@
 namespace tavlorin {
 
 // Frequencies travel as packed BCD, least significant pair first: 5 bytes up to the 10^9 digit,
-// or 4 bytes (IC-735) up to the 10^7 digit, the higher digits dropped.
+// 6 bytes (IC-905, whose bands reach 10 GHz) up to the 10^11 digit, or 4 bytes (IC-735) up to
+// the 10^7 digit, the higher digits dropped.
 std::vector<uint8_t> EncodeCivFrequency(Frequency hz, int byteCount);
-// Decodes `byteCount` bytes from `data`; nullopt when a nibble is not a decimal digit.
+// Decodes `byteCount` bytes from `data` into hertz; nullopt when a nibble is not a decimal
+// digit.
+std::optional<uint64_t> DecodeCivHertz(const uint8_t* data, int byteCount);
+// DecodeCivHertz as a Frequency: also nullopt above 4 294 967 295 Hz (an IC-905 on 5.7 or
+// 10 GHz), which the program's frequencies cannot hold.
 std::optional<Frequency> DecodeCivFrequency(const uint8_t* data, int byteCount);
 
 // One packed BCD byte (0x47 -> 47); nullopt when a nibble is above 9.

@@ -53,6 +53,11 @@ uint32_t CivDriver::ReadFrequency(Frequency* hz) {
     }
     std::optional<Frequency> value = DecodeCivFrequency(reply.bytes.data() + 5, bytes);
     if (!value) {
+      if (std::optional<uint64_t> wide = DecodeCivHertz(reply.bytes.data() + 5, bytes)) {
+        DebugLog::Write("Read frequency: %llu Hz is beyond the 4.294.967.295 Hz the program holds",
+                        static_cast<unsigned long long>(*wide));
+        break;  // asking again gives the same answer
+      }
       continue;
     }
     *hz = *value;

@@ -179,6 +179,40 @@ constexpr std::string_view kPcr1000Lines[] = {
     "ne1f0=00000000000000000000000000000000",
 };
 
+// An FT-991 on 20 m in USB, VFO A in use, receiving.
+constexpr std::string_view kYaesuAsciiLines[] = {
+    "#   Default Yaesu ASCII values",
+    "ID=0570",
+    "FA=014074000",
+    "FB=007074000",
+    "MD0=2",
+    "MD1=2",
+    "#  0123456789012345678901234",
+    "IF=001014074000+000000200000",
+    "SM0=000",
+    "TX=0",
+    "VS=0",
+    "FT=0",
+    "PS=1",
+    "AI=0",
+    "AG0=128",
+    "RG0=255",
+    "SQ0=000",
+    "PC=100",
+    "GT0=4",
+    "NB0=0",
+    "NR0=0",
+    "PA0=1",
+    "RA0=0",
+    "NA0=0",
+    "SH0=16",
+    "RM1=000",
+    "RM3=000",
+    "RM4=000",
+    "RM5=000",
+    "RM6=000",
+};
+
 }  // namespace
 
 std::span<const std::string_view> DemonstrationTable(int family) {
@@ -191,6 +225,8 @@ std::span<const std::string_view> DemonstrationTable(int family) {
       return kTenTecLines;
     case kGeneral:
       return kPcr1000Lines;
+    case kYaesuAscii:
+      return kYaesuAsciiLines;
     default:
       return {};
   }

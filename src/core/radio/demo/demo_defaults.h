@@ -13,8 +13,8 @@
 
 namespace tavlorin {
 
-// The lines of the default table of `family` (Elecraft, Kenwood, Ten-Tec, and the PCR-1000
-// receiver's for General). Empty for other families.
+// The lines of the default table of `family` (Elecraft, Kenwood, Ten-Tec, Yaesu ASCII, and the
+// PCR-1000 receiver's for General). Empty for other families.
 std::span<const std::string_view> DemonstrationTable(int family);
 
 // Clears `values` and loads the default table of `family` (see DemonstrationTable).

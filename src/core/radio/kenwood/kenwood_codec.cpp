@@ -53,6 +53,20 @@ std::string ModeCommand(uint8_t mode) {
   return text;
 }
 
+std::string ModeCommand(std::string_view command, uint8_t mode, bool letters) {
+  const char digit = letters && mode >= 10 && mode <= 15
+                         ? static_cast<char>('A' + (mode - 10))
+                         : static_cast<char>('0' + mode % 10);
+  return std::string(command) + digit + kTerminator;
+}
+
+uint8_t ParseMode(std::string_view value, bool letters) {
+  if (letters && !value.empty() && value[0] >= 'A' && value[0] <= 'F') {
+    return static_cast<uint8_t>(10 + (value[0] - 'A'));
+  }
+  return static_cast<uint8_t>(ParseValue(value));
+}
+
 uint32_t ParseValue(std::string_view text) {
   size_t i = 0;
   while (i < text.size() && text[i] == '0') {

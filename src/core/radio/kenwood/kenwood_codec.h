@@ -35,6 +35,11 @@ std::string FrequencyDigits(Frequency hz);
 std::string FrequencyCommand(std::string_view letters, Frequency hz);
 // "MD" + one digit (mode numbers above 9 keep their last digit only, as the radio would).
 std::string ModeCommand(uint8_t mode);
+// The same with the model's mode command ("MD", the TS-990S's "MD0"); with `letters` (TS-890S,
+// TS-990S) the modes 10 to 15 travel as "A" to "F" ("MDA;").
+std::string ModeCommand(std::string_view command, uint8_t mode, bool letters);
+// A mode value as ModeCommand writes it: "A" to "F" read as 10 to 15 when `letters` is set.
+uint8_t ParseMode(std::string_view value, bool letters);
 
 // A value as the radio's number: leading "0" characters dropped, the rest read as a decimal
 // integer up to the first character that is not a digit (blanks and one sign allowed before

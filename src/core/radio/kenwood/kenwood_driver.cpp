@@ -74,9 +74,19 @@ int KenwoodDriver::SetFrequency(int vfo, Frequency hz) {
   return 1;
 }
 
-uint8_t KenwoodDriver::ReadMode() { return static_cast<uint8_t>(kenwood::ParseValue(Read("MD"))); }
+uint8_t KenwoodDriver::ReadMode() {
+  const RadioModel& model = radio_.definition();
+  return kenwood::ParseMode(Read(model.Property(model_property::kModeCommand, "MD")),
+                            model.Has(model_property::kModeLetters));
+}
 
-int KenwoodDriver::SetMode(uint8_t mode) { return Send(kenwood::ModeCommand(mode)) ? 1 : 0; }
+int KenwoodDriver::SetMode(uint8_t mode) {
+  const RadioModel& model = radio_.definition();
+  return Send(kenwood::ModeCommand(model.Property(model_property::kModeCommand, "MD"), mode,
+                                   model.Has(model_property::kModeLetters)))
+             ? 1
+             : 0;
+}
 
 uint8_t KenwoodDriver::ReadSMeter() {
   if (IsElecraft()) {

@@ -7,7 +7,8 @@
 // Commands per operation (Kenwood / Elecraft):
 //   ReadFrequency  VFO 0 "FA", 1 "FB", 2 the first 11 characters of "IF" / VFO 2 as VFO 0
 //   SetFrequency   "FA"/"FB"/"FC" + 11 digits          / "FA"/"FB"/"FA" + 11 digits
-//   ReadMode       "MD"; SetMode "MD" + 1 digit
+//   ReadMode       "MD"; SetMode "MD" + 1 digit (the model's "mode-command", "MD0" on the
+//                  TS-990S; with "mode-letters" the modes 10 to 15 as "A" to "F")
 //   ReadSMeter     the model's "s-meter" ("SM0" on the TS-2000), "SM", none with "no-s-meter"
 //                  (TS-440S) / "BG" less 12 from 12 up
 //   ReadValue, ReadString, SetValue: the command text itself

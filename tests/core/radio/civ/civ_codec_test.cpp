@@ -30,6 +30,14 @@ TEST(CivCodecTest, FrequenciesTravelLeastSignificantPairFirst) {
     std::vector<uint8_t> wire = HexVector(c.wire);
     EXPECT_EQ(DecodeCivFrequency(wire.data(), c.bytes), c.hz);
   }
+  // The IC-905 sends six bytes; its 10 GHz band is beyond what a frequency of the program
+  // holds, so that reading decodes as hertz but not as a Frequency.
+  EXPECT_EQ(ToHex(EncodeCivFrequency(2400100000u, 6)), "00 00 10 00 24 00");
+  std::vector<uint8_t> ten = HexVector("00 00 00 68 03 01");
+  EXPECT_EQ(DecodeCivHertz(ten.data(), 6), 10368000000ull);
+  EXPECT_FALSE(DecodeCivFrequency(ten.data(), 6));
+  std::vector<uint8_t> band24 = HexVector("00 00 10 00 24 00");
+  EXPECT_EQ(DecodeCivFrequency(band24.data(), 6), 2400100000u);
   // The IC-735 has no 10^8 digit: 144.390.000 goes out as 44.390.000.
   EXPECT_EQ(ToHex(EncodeCivFrequency(144390000, 4)), "00 00 39 44");
   // Non-decimal nibbles are not a frequency.

@@ -147,6 +147,10 @@ TEST(ControlDefinitionsTest, EachModelGetsTheControlsMeantForIt) {
       {"Orion: Demo", kTenTec, "VFO B", "KV[0,char]"},
       {"K2", kElecraft, "A/B", ""},
       {"PCR-1000", kGeneral, "AF Gain", ""},
+      // The Yaesu ASCII radios: the memory flag sits where the model's frequency width puts it.
+      {"FT-991A", kYaesuAscii, "MEM", "IF[20]"},
+      {"FTDX3000", kYaesuAscii, "MEM", "IF[19]"},
+      {"FT-991: Demo", kYaesuAscii, "Split", "FT"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.model) + " " + c.control);

@@ -110,6 +110,7 @@ TEST(EmulationModesTest, FamiliesTranslateBothWays) {
   } cases[] = {
       // One row per family; the rest of each table is data.
       {kKenwood, 2, 2}, {kElecraft, 7, 7}, {kIcom, 5, 4}, {kYaesu, 3, 7}, {kYaesu, 8, 4},
+      {kYaesuAscii, 9, 9},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(ToKenwoodMode(c.family, c.own), c.kenwood) << c.family << "/" << c.own;
@@ -118,6 +119,9 @@ TEST(EmulationModesTest, FamiliesTranslateBothWays) {
   EXPECT_EQ(ToKenwoodMode(kIcom, 6), 0);  // wide FM has no Kenwood digit
   EXPECT_EQ(FromKenwoodMode(kIcom, 8), -1);
   EXPECT_EQ(FromKenwoodMode(kKenwood, 0), -1);
+  // A Yaesu in DATA-USB shows the other program USB; USB set from there is plain USB.
+  EXPECT_EQ(ToKenwoodMode(kYaesuAscii, 12), 2);
+  EXPECT_EQ(FromKenwoodMode(kYaesuAscii, 2), 2);
 }
 
 }  // namespace

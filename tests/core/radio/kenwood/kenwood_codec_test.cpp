@@ -56,5 +56,26 @@ TEST(KenwoodCodecTest, ACandidateWithAnErrorMarkIsNoAnswer) {
   EXPECT_TRUE(IsKenwoodAnswer("MD2;", "MD"));
 }
 
+// The TS-890S and TS-990S number their modes past 9 with letters; the others keep one digit.
+TEST(KenwoodCodecTest, ModeLettersOfTheNewerRadios) {
+  const struct {
+    const char* command;
+    uint8_t mode;
+    bool letters;
+    const char* sent;
+  } cases[] = {
+      {"MD", 2, false, "MD2;"}, {"MD", 12, false, "MD2;"}, {"MD", 12, true, "MDC;"},
+      {"MD0", 9, true, "MD09;"}, {"MD0", 15, true, "MD0F;"}, {"MD", 16, true, "MD6;"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.sent);
+    const std::string sent = ModeCommand(c.command, c.mode, c.letters);
+    EXPECT_EQ(sent, c.sent);
+    const uint8_t readBack = ParseMode(ReplyValue(sent, c.command), c.letters);
+    EXPECT_EQ(readBack, c.letters && c.mode <= 15 ? c.mode : c.mode % 10);
+  }
+  EXPECT_EQ(ParseMode("A", false), 0) << "a radio without letters never sends one";
+}
+
 }  // namespace
 }  // namespace tavlorin::kenwood

@@ -30,7 +30,10 @@ const SpeedRule kSpeedRules[] = {
       "TS-950", "R-5000"},
      {"4800"},
      "4800"},
-    {kKenwood, {"TS-480"}, {"9600", "19200", "38400", "57600", "115200"}, "115200"},
+    {kKenwood,
+     {"TS-480", "QMX", "QDX", "truSDX", "uSDX"},
+     {"9600", "19200", "38400", "57600", "115200"},
+     "115200"},
     {kKenwood, {}, {"4800", "9600", "19200", "38400", "57600"}, "57600"},
     {kYaesu, {"FT-847"}, {"4800", "9600", "57600"}, "57600"},
     {kYaesu, {"FT-100", "FT-1000MP MkV"}, {"4800"}, "4800"},
@@ -40,6 +43,7 @@ const SpeedRule kSpeedRules[] = {
     {kGeneral, {"PCR-1000"}, {"9600"}, "9600"},
     {kGeneral, {}, {"300", "1200", "4800", "9600", "19200", "38400"}, "38400"},
     {kNrd535, {}, {"4800"}, "4800"},
+    {kYaesuAscii, {}, {"4800", "9600", "19200", "38400"}, "4800"},
 };
 
 TEST(RadioModelsTest, EveryShippedModelOffersItsCompanysSpeeds) {
@@ -90,17 +94,28 @@ TEST(RadioModelsTest, RequiredModelsAndTheirFamilies) {
        kIcom,
        {"IC-735:04", "IC-706:48", "IC-706MkII:4E", "IC-746:56", "IC-706MkIIG:58", "IC-756Pro:5C",
         "IC-718:5E", "IC-756ProII:64", "IC-746Pro:66", "IC-7400:66", "IC-703:68", "IC-7800:6A",
-        "IC-756ProIII:6E", "IC-7300:94", "IC-705:A4", "IC-9700:A2", "IC-7610:98", "IC-R8500:4A"}},
+        "IC-756ProIII:6E", "IC-7300:94", "IC-705:A4", "IC-9700:A2", "IC-7610:98", "IC-R8500:4A",
+        "IC-905:AC", "IC-R8600:96"}},
+      {"Xiegu", kIcom, {"G90:88", "X6100:70", "X5105:70"}},
+      {"QRP Labs", kKenwood, {"QMX", "QDX"}},
+      {"(tr)uSDX", kKenwood, {"truSDX", "uSDX"}},
+      {"Yaesu",
+       kYaesuAscii,
+       {"FT-991", "FT-991A", "FT-891", "FT-710", "FTDX10", "FTDX101D", "FTDX101MP", "FTDX3000",
+        "FTDX1200", "FT-450D"}},
       {"ICOM", kGeneral, {"PCR-1000"}},
-      {"Kenwood", kKenwood, {"TS-2000", "TS-480", "TS-570", "TS-870", "TS-850", "TS-440S"}},
-      {"Elecraft", kElecraft, {"K2", "K3"}},
+      {"Kenwood",
+       kKenwood,
+       {"TS-2000", "TS-480", "TS-570", "TS-870", "TS-850", "TS-440S", "TS-590SG", "TS-890S",
+        "TS-990S"}},
+      {"Elecraft", kElecraft, {"K2", "K3", "K3S", "KX3", "KX2", "K4"}},
       {"Yaesu",
        kYaesu,
        {"FT-100", "FT-600", "FT-817", "FT-847", "FT-900", "FT-920", "FT-990", "FT-1000D",
         "FT-1000MP MkV"}},
       {"Ten-Tec", kTenTec, {"Orion", "Argonaut"}},
       {"General", kNrd535, {"NRD-535"}},
-      {demo, kDemonstration, {"Orion: Demo", "K2: Demo", "TS-2000: Demo"}},
+      {demo, kDemonstration, {"Orion: Demo", "K2: Demo", "TS-2000: Demo", "FT-991: Demo"}},
   };
   for (const auto& g : groups) {
     for (const std::string& entry : g.models) {
@@ -116,6 +131,7 @@ TEST(RadioModelsTest, RequiredModelsAndTheirFamilies) {
   }
   EXPECT_EQ(FindRadioModel("IC-735")->civFrequencyBytes, 4);
   EXPECT_EQ(FindRadioModel("IC-7300")->civFrequencyBytes, 5);
+  EXPECT_EQ(FindRadioModel("IC-905")->civFrequencyBytes, 6);
 }
 
 TEST(RadioModelsTest, UnknownNamesHaveNoDefinition) {
@@ -150,7 +166,8 @@ TEST(RadioModelsTest, DemonstrationModelsAnswerAsTheModelTheyImitate) {
     int family;
   } cases[] = {{"Orion: Demo", kTenTec},     {"K2: Demo", kElecraft},
                {"TS-480: Demo", kKenwood},   {"TS-2000: Demo", kKenwood},
-               {"PCR-1000: Demo", kGeneral}, {"TS-2000", kKenwood}};
+               {"PCR-1000: Demo", kGeneral}, {"TS-2000", kKenwood},
+               {"FT-991: Demo", kYaesuAscii}};
   for (const auto& c : cases) {
     ASSERT_NE(FindRadioModel(c.model), nullptr) << c.model;
     EXPECT_EQ(ResolvedFamily(*FindRadioModel(c.model)), c.family) << c.model;
@@ -190,7 +207,7 @@ TEST(RadioDefinitionsReaderTest, ABadLineIsSkippedWithItsReason) {
   } cases[] = {
       {"Bad|ICOM|1||300|19200|94|5", "the default speed \"19200\" is not among"},
       {"Bad|ICOM|99||300|300||", "\"99\" is not a family code"},
-      {"Bad|ICOM|1||300|300|94|6", "4 or 5 bytes"},
+      {"Bad|ICOM|1||300|300|94|7", "4 to 6 bytes"},
       {"Bad|ICOM|1||300|300|ZZ|5", "CI-V address \"ZZ\""},
       {"Bad|ICOM|1||300|300", "expected 8 or 9 fields"},
       {"|ICOM|1||300|300||", "the name or the company is empty"},
