@@ -24,6 +24,9 @@ struct SpeedRule {
 };
 const SpeedRule kSpeedRules[] = {
     {kIcom, {}, {"300", "1200", "4800", "9600", "19200"}, "19200"},
+    // The K3 generation and the K4 run their serial port faster than the K2's fixed 4800 bit/s.
+    {kElecraft, {"K3", "K3S", "KX3", "KX2"}, {"4800", "9600", "19200", "38400"}, "38400"},
+    {kElecraft, {"K4"}, {"4800", "9600", "19200", "38400", "57600", "115200"}, "38400"},
     {kElecraft, {}, {"4800"}, "4800"},
     {kKenwood,
      {"TS-50S", "TS-60S", "TS-140S", "TS-450S", "TS-680S", "TS-690S", "TS-790", "TS-850", "TS-940S",
