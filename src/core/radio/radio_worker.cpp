@@ -102,28 +102,45 @@ bool RadioWorker::Execute(std::unique_ptr<RadioRequest> request, int remaining) 
     return true;
   }
   CatRadio& radio = *request->radio;
-  // While the radio reports data it sent unasked, every request becomes a frequency read, so
-  // the panel catches up with the knob first. A close is never turned into a read: the window
-  // waits for its result to go away.
-  if (radio.unsolicitedData.exchange(false) && request->code != kClose) {
-    request->code = kReadFrequency;
-    request->value1 = 0;
-  }
-  if (RequestQueue::IsUserAction(request->code)) {
+  // A user's action clears the abort flag that a close or a newer action raised. This is
+  // decided on the request as queued: a flag left raised would make every later read give up.
+  const bool userAction = RequestQueue::IsUserAction(request->code);
+  if (userAction) {
     radio.abort = false;
   }
-  auto result = std::make_unique<RadioResult>();
-  result->code = request->code == kSetDropdownByCommand ? kReadDropdowns : request->code;
-  try {
-    RadioRequestHandler::Run(*request, *result);
-  } catch (...) {
-    DebugLog::Write("Radio worker: request %u failed", request->code);
-    return true;
+  // While the radio reports data it sent unasked, the panel catches up with the knob first:
+  // the request becomes a frequency read. A user's action is then carried out right after that
+  // read rather than dropped, and is never turned into a read twice (a radio that broadcasts
+  // all the time would otherwise hold it off for ever). A close is never turned into a read:
+  // the window waits for its result to go away.
+  if (radio.unsolicitedData.exchange(false) && request->code != kClose) {
+    RadioRequest read;
+    read.code = kReadFrequency;
+    read.target = request->target;
+    read.radio = request->radio;
+    read.modelName = request->modelName;
+    Run(read, remaining);
+    if (!userAction) {
+      return true;
+    }
+    radio.abort = false;
   }
-  if (auto target = request->target.lock()) {
+  Run(*request, remaining);
+  return true;
+}
+
+void RadioWorker::Run(const RadioRequest& request, int remaining) {
+  auto result = std::make_unique<RadioResult>();
+  result->code = request.code == kSetDropdownByCommand ? kReadDropdowns : request.code;
+  try {
+    RadioRequestHandler::Run(request, *result);
+  } catch (...) {
+    DebugLog::Write("Radio worker: request %u failed", request.code);
+    return;
+  }
+  if (auto target = request.target.lock()) {
     target->PostRadioData(remaining, std::move(result));
   }
-  return true;
 }
 
 }  // namespace tavlorin

@@ -47,6 +47,8 @@ class RadioWorker {
   void Loop();
   // Runs one request; false when it was the stop code.
   bool Execute(std::unique_ptr<RadioRequest> request, int remaining);
+  // Runs a radio request through the handler and posts its result to the request's window.
+  static void Run(const RadioRequest& request, int remaining);
 
   mutable std::mutex mutex_;
   std::condition_variable wake_;
