@@ -57,6 +57,9 @@ void SimIcom::Answer(const std::vector<uint8_t>& frame, std::vector<Emission>& o
   if (reply.empty()) {
     return;
   }
+  if (options_.unswappedReplies) {
+    std::swap(reply[2], reply[3]);
+  }
   out.push_back({reply, std::chrono::milliseconds(1)});
   for (int i = 0; i < options_.broadcastsAfterReply; ++i) {
     out.push_back(

@@ -9,7 +9,9 @@
 //  - broadcastsAfterReply: after each reply the radio sends that many transceive frequency
 //    broadcasts of its frequency, a few milliseconds apart (a radio with transceive on);
 //  - refuseSets: every set command is answered with FA (the radio refuses);
-//  - silent: nothing is answered (radio off).
+//  - silent: nothing is answered (radio off);
+//  - unswappedReplies: replies repeat the header as it was sent (to the radio, from the
+//    computer) instead of swapping the two addresses, as some interfaces and clones do.
 // Frames for other addresses are ignored, as on a bus.
 //
 // Thread-safe: the pty thread calls OnBytes while the test reads or changes the state.
@@ -32,6 +34,7 @@ struct SimIcomOptions {
   bool refuseSets = false;
   bool silent = false;
   int frequencyBytes = 5;  // 6 for an IC-905
+  bool unswappedReplies = false;
 };
 
 class SimIcom : public Simulator, protected SimulatorState {

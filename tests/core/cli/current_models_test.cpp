@@ -47,10 +47,12 @@ Simulated Kenwood(testing::SimKenwood::Flavour flavour, bool receiverInMode = fa
   return {std::move(sim), [raw] { return raw->mode(); }};
 }
 
-Simulated Icom(uint8_t address, int frequencyBytes = 5) {
+Simulated Icom(uint8_t address, int frequencyBytes = 5, bool echo = false, bool unswapped = false) {
   testing::SimIcomOptions options;
   options.address = address;
   options.frequencyBytes = frequencyBytes;
+  options.echo = echo;
+  options.unswappedReplies = unswapped;
   auto sim = std::make_unique<testing::SimIcom>(options);
   auto* raw = sim.get();
   return {std::move(sim), [raw] { return int(raw->mode()); }};
@@ -93,24 +95,29 @@ TEST(CurrentModelsCli, ReadsAndSetsFrequencyAndModeOfEachNewModel) {
        "7.074.000", 12},
       {"TS-990S", [] { return Kenwood(K::kKenwood, true); }, "14070000 14.070.000", "7074000",
        "7.074.000", 13},
-      {"QMX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000",
-       "7.074.000", 3},
-      {"QDX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000",
-       "7.074.000", 2},
-      {"truSDX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000",
-       "7.074.000", 1},
-      {"uSDX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000",
-       "7.074.000", 3},
-      {"KX2", [] { return Kenwood(K::kElecraftK2); }, "14070000 14.070.000", "7074000",
-       "7.074.000", 3},
-      {"K4", [] { return Kenwood(K::kElecraftK2); }, "14070000 14.070.000", "7074000",
-       "7.074.000", 1},
-      {"IC-905", [] { return Icom(0xAC, 6); }, "14070000 14.070.000", "2400100000",
-       "2400.100.000", 3},
+      {"QMX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000", "7.074.000",
+       3},
+      {"QDX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000", "7.074.000",
+       2},
+      {"truSDX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000", "7.074.000",
+       1},
+      {"uSDX", [] { return Kenwood(K::kKenwood); }, "14070000 14.070.000", "7074000", "7.074.000",
+       3},
+      {"KX2", [] { return Kenwood(K::kElecraftK2); }, "14070000 14.070.000", "7074000", "7.074.000",
+       3},
+      {"K4", [] { return Kenwood(K::kElecraftK2); }, "14070000 14.070.000", "7074000", "7.074.000",
+       1},
+      {"IC-905", [] { return Icom(0xAC, 6); }, "14070000 14.070.000", "2400100000", "2400.100.000",
+       3},
       {"IC-R8600", [] { return Icom(0x96); }, "14070000 14.070.000", "7074000", "7.074.000", 2},
       {"G90", [] { return Icom(0x88); }, "14070000 14.070.000", "7074000", "7.074.000", 3},
       {"X6100", [] { return Icom(0x70); }, "14070000 14.070.000", "7074000", "7.074.000", 3},
       {"X5105", [] { return Icom(0x70); }, "14070000 14.070.000", "7074000", "7.074.000", 0},
+      // Radios and interfaces that answer with the header as sent, with and without an echo.
+      {"IC-7610", [] { return Icom(0x98, 5, false, true); }, "14070000 14.070.000", "7074000",
+       "7.074.000", 1},
+      {"IC-7610", [] { return Icom(0x98, 5, true, true); }, "14070000 14.070.000", "3573000",
+       "3.573.000", 3},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.model);
@@ -144,16 +151,30 @@ TEST(CurrentModelsCli, ReadsAndSetsFrequencyAndModeOfEachNewModel) {
 TEST(CurrentModelsCli, RadiosListsEveryNewModel) {
   testing::ProcessResult r = Cli({"radios"});
   ASSERT_EQ(r.exitCode, 0) << r.err;
-  for (const char* line :
-       {"Yaesu\tFT-991A (FT-991 commands)\t4800\t", "Yaesu\tFT-891\t", "Yaesu\tFT-710\t",
-        "Yaesu\tFTDX10\t", "Yaesu\tFTDX101D\t", "Yaesu\tFTDX101MP (FTDX101D commands)\t",
-        "Yaesu\tFTDX3000\t", "Yaesu\tFTDX1200\t", "Yaesu\tFT-450D\t", "Kenwood\tTS-890S\t",
-        "Kenwood\tTS-990S\t", "Kenwood\tTS-590SG (TS-2000 commands)\t", "Elecraft\tK4 (K3 commands)",
-        "Elecraft\tKX2 (K3 commands)", "ICOM\tIC-905\t19200\t300,1200,4800,9600,19200\tAC\n",
-        "ICOM\tIC-R8600\t", "Xiegu\tG90\t19200\t300,1200,4800,9600,19200\t88\n",
-        "Xiegu\tX6100\t", "Xiegu\tX5105\t", "QRP Labs\tQMX (TS-480 commands)\t",
-        "QRP Labs\tQDX (TS-480 commands)\t", "(tr)uSDX\ttruSDX (TS-480 commands)\t",
-        "(tr)uSDX\tuSDX (TS-480 commands)\t", "FT-991: Demo\t"}) {
+  for (const char* line : {"Yaesu\tFT-991A (FT-991 commands)\t4800\t",
+                           "Yaesu\tFT-891\t",
+                           "Yaesu\tFT-710\t",
+                           "Yaesu\tFTDX10\t",
+                           "Yaesu\tFTDX101D\t",
+                           "Yaesu\tFTDX101MP (FTDX101D commands)\t",
+                           "Yaesu\tFTDX3000\t",
+                           "Yaesu\tFTDX1200\t",
+                           "Yaesu\tFT-450D\t",
+                           "Kenwood\tTS-890S\t",
+                           "Kenwood\tTS-990S\t",
+                           "Kenwood\tTS-590SG (TS-2000 commands)\t",
+                           "Elecraft\tK4 (K3 commands)",
+                           "Elecraft\tKX2 (K3 commands)",
+                           "ICOM\tIC-905\t19200\t300,1200,4800,9600,19200\tAC\n",
+                           "ICOM\tIC-R8600\t",
+                           "Xiegu\tG90\t19200\t300,1200,4800,9600,19200\t88\n",
+                           "Xiegu\tX6100\t",
+                           "Xiegu\tX5105\t",
+                           "QRP Labs\tQMX (TS-480 commands)\t",
+                           "QRP Labs\tQDX (TS-480 commands)\t",
+                           "(tr)uSDX\ttruSDX (TS-480 commands)\t",
+                           "(tr)uSDX\tuSDX (TS-480 commands)\t",
+                           "FT-991: Demo\t"}) {
     EXPECT_NE(r.out.find(line), std::string::npos) << line;
   }
 }
@@ -161,8 +182,7 @@ TEST(CurrentModelsCli, RadiosListsEveryNewModel) {
 TEST(CurrentModelsCli, TheConnectionSaysWhichModelAnswered) {
   testing::SimYaesuAscii sim(testing::SimYaesuAscii::Model::kFtdx101D);
   testing::PtyRadio pty(sim);
-  testing::ProcessResult r =
-      Cli({"radio", "--model", "FT-991A", "--port", pty.path(), "get-freq"});
+  testing::ProcessResult r = Cli({"radio", "--model", "FT-991A", "--port", pty.path(), "get-freq"});
   EXPECT_EQ(r.exitCode, 0) << r.err;
   EXPECT_NE(r.err.find("found FTDX101D, connected as FT-991A"), std::string::npos) << r.err;
 }
@@ -176,8 +196,7 @@ TEST(CurrentModelsCli, IdentifyFindsTheRadioAndAWorkingPreset) {
     const char* presetTail;  // after "MODEL,PORT,"
   } cases[] = {
       {[] { return YaesuAscii(testing::SimYaesuAscii::Model::kFt991A); }, "FT-991", "115200"},
-      {[] { return YaesuAscii(testing::SimYaesuAscii::Model::kFtdx3000); }, "FTDX3000",
-       "115200"},
+      {[] { return YaesuAscii(testing::SimYaesuAscii::Model::kFtdx3000); }, "FTDX3000", "115200"},
       {[] { return Kenwood(testing::SimKenwood::Flavour::kKenwood); }, "TS-480", "115200"},
       {[] { return Kenwood(testing::SimKenwood::Flavour::kElecraftK2); }, "K3", "115200"},
       {[] { return Icom(0x94); }, "IC-7300", "115200,Addr:94"},

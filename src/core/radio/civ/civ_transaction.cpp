@@ -126,15 +126,26 @@ CivTransaction::Verdict CivTransaction::Judge(const CivFrame& frame, const Await
     *restartWindow = !carriesAnswer;
     return Verdict::kSkip;
   }
-  const bool fromRadio = radio_.civAddress == 0 || frame.source() == radio_.civAddress;
-  if (frame.destination() != radio_.civControllerAddress || !fromRadio) {
-    return Verdict::kSkip;  // between other stations on the bus
+  // Most radios answer with the two addresses swapped (to us, from the radio); some radios and
+  // interfaces repeat the header as we sent it. Both are the radio talking to us; anything else
+  // is between other stations on the bus.
+  const uint8_t radio = radio_.civAddress;
+  const uint8_t us = radio_.civControllerAddress;
+  const bool swapped = frame.destination() == us && (radio == 0 || frame.source() == radio);
+  const bool asSent = frame.source() == us && (radio == 0 || frame.destination() == radio);
+  if (!swapped && !asSent) {
+    return Verdict::kSkip;
   }
   if (frame.IsRefusal()) {
     return Verdict::kRefused;
   }
   if (frame.IsAck()) {
     return Verdict::kAccept;
+  }
+  // With the header as sent, only data after what we sent tells an answer from an echo that was
+  // not byte for byte ours (an earlier frame of ours still on the line).
+  if (asSent && !swapped && frame.size() <= lastSent_.size()) {
+    return Verdict::kSkip;
   }
   if (awaited.ackOnly) {
     // Some radios answer a set they cannot carry out with data instead of FA: not taken.

@@ -95,7 +95,10 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Setup{"UsbWithoutEcho", {0x5C, false, 0, false, false}},
                       Setup{"BusWithEcho", {0x5C, true, 0, false, false}},
                       Setup{"BusWithBroadcasts", {0x5C, true, 3, false, false}},
-                      Setup{"UsbWithBroadcasts", {0x5C, false, 2, false, false}}),
+                      Setup{"UsbWithBroadcasts", {0x5C, false, 2, false, false}},
+                      Setup{"UnswappedReplies", {.address = 0x5C, .unswappedReplies = true}},
+                      Setup{"EchoThenUnswappedReplies",
+                            {.address = 0x5C, .echo = true, .unswappedReplies = true}}),
     [](const ::testing::TestParamInfo<Setup>& param) { return std::string(param.param.name); });
 
 class CivPtyFaultTest : public CivPty, public ::testing::Test {};
