@@ -2,7 +2,6 @@
 // port that speaks Kenwood commands, so a logger or digital-mode program can drive it.
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -13,14 +12,12 @@
 #include "radio/radio_worker.h"
 #include "radio_options.h"
 #include "shell/settings.h"
+#include "stop_signal.h"
 
 namespace tavlorin::cli {
 namespace {
 
-std::atomic<bool> gStop{false};
 constexpr std::chrono::seconds kFirstPollLimit{10};
-
-void OnSignal(int) { gStop = true; }
 
 const char* const kUsage =
     "Usage: tavlorin-cli emulate --model M [--port P --speed N ...] (--device DEV | --pty "
@@ -91,11 +88,11 @@ class ChangePrinter {
 // the port at once never sees frequency 0. False when the user or a lost port ended it first.
 bool WaitForFirstPoll(EventLoop& loop, CRadioView& view, const std::string& lostReason) {
   const auto readyBy = std::chrono::steady_clock::now() + kFirstPollLimit;
-  while (!gStop && lostReason.empty() && std::chrono::steady_clock::now() < readyBy &&
+  while (!StopRequested() && lostReason.empty() && std::chrono::steady_clock::now() < readyBy &&
          (view.currentFrequency() == 0 || view.mode() < 0)) {
     loop.Run(std::chrono::milliseconds(20));
   }
-  return !gStop && lostReason.empty();
+  return !StopRequested() && lostReason.empty();
 }
 
 // Serves the port from the window's state until Ctrl-C or the radio's port is lost.
@@ -115,7 +112,7 @@ int ServePort(EventLoop& loop, RadioEmulation& answers, const EmulateOptions& op
     std::printf("link %s\n", options.link.c_str());
   }
   printer.StartPrinting();
-  loop.Run(std::chrono::milliseconds::max(), &gStop);
+  loop.Run(std::chrono::milliseconds::max(), &StopRequested());
   port.Stop();
   return 0;
 }
@@ -185,8 +182,7 @@ int RunEmulateCommand(const Globals&, const Args& words) {
                  finish.empty() ? "unexpected words" : finish.c_str(), kUsage, kRadioOptionsHelp);
     return 2;
   }
-  std::signal(SIGINT, OnSignal);
-  std::signal(SIGTERM, OnSignal);
+  StopOnSignals();
   CatRadio radio;
   if (!ConnectRadio(radio, params, true)) {
     return 1;

@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <ctime>
 
@@ -13,13 +12,10 @@
 #include "radio/radio_worker.h"
 #include "radio_options.h"
 #include "shell/settings.h"
+#include "stop_signal.h"
 
 namespace tavlorin::cli {
 namespace {
-
-std::atomic<bool> gStop{false};
-
-void OnSignal(int) { gStop = true; }
 
 const char* const kUsage =
     "Usage: tavlorin-cli radio --model M [--port P] [options] COMMAND\n\n"
@@ -61,7 +57,7 @@ int GetFrequency(CatRadio& radio, int vfo, long long repeat) {
   long long failed = 0;
   long long done = 0;
   const auto start = std::chrono::steady_clock::now();
-  for (; done < repeat && !gStop; ++done) {
+  for (; done < repeat && !StopRequested(); ++done) {
     hz = 0;
     radio.ReadFrequency(vfo, &hz, &text);
     if (IsNoRadioFrequency(hz)) {
@@ -129,7 +125,7 @@ int Poll(CatRadio& radio, std::chrono::milliseconds limit) {
     HeadlessRadioWindow window(radio, worker, loop,
                                RadioViewOptions::FromSettings(Settings::Default()), callbacks);
     window.Start();
-    loop.Run(limit, &gStop);
+    loop.Run(limit, &StopRequested());
     window.CloseAndWait(std::chrono::seconds(5));
   }
   worker.Stop();
@@ -189,8 +185,7 @@ int RunRadioCommand(const Globals&, const Args& words) {
     value = *number;
   }
 
-  std::signal(SIGINT, OnSignal);
-  std::signal(SIGTERM, OnSignal);
+  StopOnSignals();
   CatRadio radio;
   if (!ConnectRadio(radio, params, command != "poll")) {
     return 1;

@@ -7,6 +7,7 @@
 #include "radio/radio_models.h"
 #include "radio/radio_settings.h"
 #include "shell/settings.h"
+#include "stop_signal.h"
 
 namespace tavlorin::cli {
 
@@ -102,7 +103,15 @@ bool ConnectRadio(CatRadio& radio, const ConnectParams& params, bool quiet) {
   });
   std::string identification;
   std::string message;
-  if (radio.Connect(params, &identification, &message) == 0) {
+  // Ctrl-C during a connect to a silent radio ends it at the next check, not after every retry.
+  AbortOnSignals(&radio.abort);
+  const int connected = radio.Connect(params, &identification, &message);
+  AbortOnSignals(nullptr);
+  if (connected != 0 && StopRequested()) {
+    radio.Disconnect();
+    return false;
+  }
+  if (connected == 0) {
     if (radio.link().deviceRefused()) {
       std::fprintf(stderr, "Cannot open port %s: %s\n", params.port.c_str(), message.c_str());
       std::fprintf(stderr, kPortInUseAdvice, params.port.c_str());

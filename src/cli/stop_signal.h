@@ -8,5 +8,11 @@ namespace tavlorin::cli {
 
 // Installs the handlers (once) and returns the flag.
 const std::atomic<bool>& StopOnSignals();
+// The flag alone, for loops that look at it often (the handlers must be installed already).
+const std::atomic<bool>& StopRequested();
+// While registered, a signal also raises this flag (a radio's abort flag), so that a connect or
+// read in progress gives up at its next check instead of running to its time-out. nullptr
+// forgets it; the caller unregisters before the flag goes away.
+void AbortOnSignals(std::atomic<bool>* flag);
 
 }  // namespace tavlorin::cli

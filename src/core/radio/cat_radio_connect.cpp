@@ -46,6 +46,7 @@ int CatRadio::Connect(const ConnectParams& params, std::string* identification,
   speedText = params.speed;
   isDemo = 0;
   civReportedAddress = 0;
+  abort = false;  // left raised by a window's last action before a reconnect
   identity.clear();
   identityReport.clear();
 
@@ -144,6 +145,11 @@ bool CatRadio::ReadFrequencyWithRetries(const ConnectParams& params, std::string
     if (attempt > 0) {
       clock_.SleepFor(kAttemptWait * attempt);
     }
+    if (abort.load()) {
+      *message = "User abort";
+      link_.Close();
+      return false;
+    }
     if (attempt == 0 && manufacturer == kYaesu) {
       yaesu_.ConnectPreamble();
     }
@@ -169,7 +175,7 @@ bool CatRadio::ReadFrequencyWithRetries(const ConnectParams& params, std::string
       break;  // the port is gone: further attempts cannot succeed
     }
   }
-  *message = "Failed to read frequency";
+  *message = abort.load() ? "User abort" : "Failed to read frequency";
   return false;
 }
 

@@ -20,7 +20,15 @@ void RadioWorker::Stop() {
   }
   auto stop = std::make_unique<RadioRequest>();
   stop->code = kStopWorker;
-  Queue(std::move(stop));
+  {
+    std::lock_guard lock(mutex_);
+    queue_.Add(std::move(stop), false);
+    // A read in progress gives up at its next check instead of running to its time-out.
+    if (working_ != nullptr) {
+      working_->abort = true;
+    }
+  }
+  wake_.notify_one();
   thread_.join();
 }
 
@@ -72,11 +80,13 @@ void RadioWorker::Loop() {
       request = queue_.TakeFront();
       remaining = int(queue_.size());
       running_ = true;
+      working_ = request->radio;
     }
     const bool goOn = Execute(std::move(request), remaining);
     {
       std::lock_guard lock(mutex_);
       running_ = false;
+      working_ = nullptr;
     }
     if (!goOn) {
       return;

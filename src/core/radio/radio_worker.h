@@ -53,7 +53,8 @@ class RadioWorker {
   mutable std::mutex mutex_;
   std::condition_variable wake_;
   RequestQueue queue_;
-  bool running_ = false;  // a request is being run
+  bool running_ = false;         // a request is being run
+  CatRadio* working_ = nullptr;  // the radio of the request being run, for Stop's abort
   std::thread thread_;
 };
 

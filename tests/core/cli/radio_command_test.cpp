@@ -170,6 +170,18 @@ TEST(RadioCommand, ASilentRadioFailsWithTheMessage) {
   EXPECT_EQ(r.err, "Failed to read frequency\n");
 }
 
+TEST(RadioCommand, CtrlCEndsAConnectToASilentRadio) {
+  testing::LineSimulator silent(';', [](const std::string&) { return std::string(); });
+  testing::PtyRadio pty(silent);
+  testing::ChildProcess cli({TAVLORIN_CLI_PATH, "radio", "--model", "FT-817", "--port",
+                             pty.path(), "get-freq"});
+  ASSERT_TRUE(cli.started());
+  // The first command on the line means the connect is under way, the handlers installed.
+  ASSERT_TRUE(pty.WaitForReceived(1, std::chrono::seconds(30)));
+  EXPECT_EQ(cli.Stop(SIGINT, std::chrono::seconds(60)), 1);
+  EXPECT_EQ(cli.err(), "User abort\n");
+}
+
 // tavlorin-cli radio poll on a simulated Kenwood, its first line already printed.
 struct PollRun {
   PollRun() {

@@ -61,13 +61,17 @@ bool CivTransaction::ReadUntilAnswer(const Awaited& awaited, CivFrame* reply, co
   CivFrameAssembler assembler;
   uint8_t buffer[kReadChunk];
   candidate_.reset();
-  while (clock.Now() - windowStart < kReplyWindow) {
+  // Echoes and broadcasts start the reply window again, but never past the read's own deadline:
+  // a radio that broadcasts all the time must not hold a read (and the worker) for ever.
+  const auto deadline = begin + kReadDeadline;
+  while (clock.Now() - windowStart < kReplyWindow && clock.Now() < deadline) {
     if (radio_.abort.load()) {
       DebugLog::Write("CIVReadReply: User abort (%s)", label);
       return false;
     }
     size_t got = 0;
-    link.ReadUntil(buffer, sizeof buffer, kCivEnd, &got, windowStart + kReplyWindow);
+    link.ReadUntil(buffer, sizeof buffer, kCivEnd, &got,
+                   std::min(windowStart + kReplyWindow, deadline));
     if (link.lost()) {
       return false;
     }

@@ -37,6 +37,8 @@ enum class CivEcho { kUnknown, kEchoes, kNoEcho };
 class CivTransaction {
  public:
   static constexpr std::chrono::milliseconds kReplyWindow{200};
+  // The longest one read may take, however many echoes and broadcasts restart its window.
+  static constexpr std::chrono::milliseconds kReadDeadline{1000};
 
   explicit CivTransaction(CatRadio& radio) : radio_(radio) {}
 

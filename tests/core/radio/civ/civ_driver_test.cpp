@@ -246,6 +246,19 @@ TEST_F(CivDriverTest, BadRepliesFailWithoutHangingAndKeepTheLastValues) {
   }
 }
 
+TEST_F(CivDriverTest, BroadcastsThatNeverCarryTheAnswerCannotStretchARead) {
+  // A radio sending its mode every 150 ms restarts the reply window each time; the frequency
+  // read must still end, within a few of its own deadlines, not after the broadcasts stop.
+  for (int i = 1; i <= 400; ++i) {
+    device_->Inject(HexBytes("FE FE 00 5C 01 03 02 FD"), milliseconds(150 * i));
+  }
+  device_->SetResponder([](const std::string&) { return std::string(); });
+  Frequency hz = 1;
+  EXPECT_EQ(radio_.ReadFrequency(0, &hz), 1u);
+  EXPECT_EQ(hz, 0u);
+  EXPECT_LT(clock_.elapsed(), milliseconds(4 * 1000 + 500));
+}
+
 TEST_F(CivDriverTest, AbortOrAVanishedPortEndsEveryOperationAtOnce) {
   radio_.abort = true;
   Frequency hz = 1;
