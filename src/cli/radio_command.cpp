@@ -80,6 +80,11 @@ int SetFrequency(CatRadio& radio, int vfo, Frequency hz) {
 }
 
 int SetMode(CatRadio& radio, uint8_t mode) {
+  if (mode > radio.HighestMode()) {
+    std::fprintf(stderr, "%s takes mode numbers from 0 to %u; %u cannot be sent to it\n",
+                 radio.modelName.c_str(), unsigned(radio.HighestMode()), unsigned(mode));
+    return 2;
+  }
   if (radio.SetMode(mode) == 0) {
     std::fprintf(stderr, "Failed to set mode\n");
     return 1;

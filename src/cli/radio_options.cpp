@@ -1,6 +1,7 @@
 #include "radio_options.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "link/link_messages.h"
 #include "link/manufacturer.h"
@@ -83,6 +84,16 @@ bool ReadRadioOptions(ArgReader& args, ConnectParams* params, std::string* error
     params->speed = "9600";
   }
   if (address) {
+    // Two hexadecimal digits; anything else would be read as 00, the broadcast address.
+    const bool hex = !address->empty() && address->size() <= 2 &&
+                     address->find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
+    if (!hex || std::strtoul(address->c_str(), nullptr, 16) == 0) {
+      *error =
+          "--address takes the radio's CI-V address in hexadecimal, 01 to FF (such as 94), "
+          "not \"" +
+          *address + "\"";
+      return false;
+    }
     params->civAddress = *address;
   }
   if (port) {
@@ -114,8 +125,10 @@ bool ConnectRadio(CatRadio& radio, const ConnectParams& params, bool quiet) {
   if (connected == 0) {
     if (radio.link().deviceRefused()) {
       std::fprintf(stderr, "Cannot open port %s: %s\n", params.port.c_str(), message.c_str());
-      std::fprintf(stderr, kPortInUseAdvice, params.port.c_str());
-      std::fputc('\n', stderr);
+      if (const char* advice = PortOpenAdvice(radio.link().openFailure())) {
+        std::fprintf(stderr, advice, params.port.c_str());
+        std::fputc('\n', stderr);
+      }
     } else {
       std::fprintf(stderr, "%s\n", message.c_str());
     }

@@ -25,8 +25,8 @@ enum Manufacturer : int32_t {
 // Every family code. A new family takes the next free number and needs a row here, its line
 // settings (line_settings.cpp) and a case in CatRadio's switch; the radio definitions reader
 // refuses codes that are not listed.
-inline constexpr Manufacturer kFamilies[] = {kIcom,   kElecraft,      kKenwood, kYaesu,  kTenTec,
-                                             kDemonstration, kGeneral, kNrd535, kYaesuAscii};
+inline constexpr Manufacturer kFamilies[] = {
+    kIcom, kElecraft, kKenwood, kYaesu, kTenTec, kDemonstration, kGeneral, kNrd535, kYaesuAscii};
 
 constexpr bool IsFamilyCode(int code) {
   for (Manufacturer family : kFamilies) {

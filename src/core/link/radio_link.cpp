@@ -20,8 +20,7 @@ bool RadioLink::Open(const std::string& portName, const LineSettings& settings,
                      std::string* message) {
   Close();
   std::string error;
-  std::unique_ptr<SerialPort> port = SerialPort::Open(portName, &error);
-  deviceRefused_ = port == nullptr;
+  std::unique_ptr<SerialPort> port = SerialPort::Open(portName, &error, &openFailure_);
   if (!port) {
     *message = error;
     return false;
@@ -34,6 +33,7 @@ bool RadioLink::Open(const std::string& portName, const LineSettings& settings,
 bool RadioLink::Attach(std::unique_ptr<PortDevice> device, const LineSettings& settings,
                        std::string* message) {
   Close();
+  openFailure_ = PortOpenFailure::kNone;
   device_ = std::move(device);
   return Apply(settings, message);
 }

@@ -25,6 +25,7 @@
 
 #include "link/line_settings.h"
 #include "link/port_device.h"
+#include "link/serial_port.h"
 #include "shell/clock.h"
 
 namespace tavlorin {
@@ -52,8 +53,10 @@ class RadioLink {
 
   bool IsOpen() const { return device_ != nullptr; }
   // True when the last Open failed because the device itself could not be opened (missing,
-  // in use, no permission), as opposed to a setting it refused.
-  bool deviceRefused() const { return deviceRefused_; }
+  // in use, no permission, not a serial port), as opposed to a setting it refused;
+  // openFailure() says which.
+  bool deviceRefused() const { return openFailure_ != PortOpenFailure::kNone; }
+  PortOpenFailure openFailure() const { return openFailure_; }
   // True once the device failed under a read or write; the reason is lostReason().
   bool lost() const { return lost_; }
   const std::string& lostReason() const { return lostReason_; }
@@ -86,7 +89,7 @@ class RadioLink {
   std::vector<uint8_t> buffer_;
   size_t head_ = 0;
   bool lost_ = false;
-  bool deviceRefused_ = false;
+  PortOpenFailure openFailure_ = PortOpenFailure::kNone;
   std::string lostReason_;
 };
 

@@ -49,21 +49,49 @@ speed_t SpeedConstant(int speed) {
 
 std::string SystemText(int error) { return std::strerror(error); }
 
+PortOpenFailure OpenFailureOf(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENODEV:
+    case ENXIO:
+      return PortOpenFailure::kMissing;
+    case EBUSY:
+      return PortOpenFailure::kInUse;
+    case EACCES:
+    case EPERM:
+      return PortOpenFailure::kNoPermission;
+    case EISDIR:
+    case ENOTTY:
+      return PortOpenFailure::kNotSerial;
+    default:
+      return PortOpenFailure::kOther;
+  }
+}
+
 }  // namespace
 
-std::unique_ptr<SerialPort> SerialPort::Open(const std::string& path, std::string* message) {
+std::unique_ptr<SerialPort> SerialPort::Open(const std::string& path, std::string* message,
+                                             PortOpenFailure* why) {
+  PortOpenFailure ignored;
+  PortOpenFailure& failure = why != nullptr ? *why : ignored;
+  failure = PortOpenFailure::kNone;
   int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   if (fd < 0) {
-    *message = SystemText(errno);
+    const int error = errno;
+    *message = SystemText(error);
+    failure = OpenFailureOf(error);
     return nullptr;
   }
   if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-    *message = SystemText(errno == EWOULDBLOCK ? EBUSY : errno);
+    const int error = errno == EWOULDBLOCK ? EBUSY : errno;
+    *message = SystemText(error);
+    failure = OpenFailureOf(error);
     ::close(fd);
     return nullptr;
   }
   if (!::isatty(fd)) {
     *message = SystemText(ENOTTY);
+    failure = PortOpenFailure::kNotSerial;
     ::close(fd);
     return nullptr;
   }

@@ -13,11 +13,16 @@
 
 namespace tavlorin {
 
+// Why a device could not be opened, so that the user gets the advice that fits.
+enum class PortOpenFailure { kNone, kMissing, kInUse, kNoPermission, kNotSerial, kOther };
+
 class SerialPort final : public PortDevice {
  public:
   // Opens `path` for reading and writing. On failure returns nullptr and sets *message to the
-  // system's error text ("No such file or directory", "Device or resource busy", ...).
-  static std::unique_ptr<SerialPort> Open(const std::string& path, std::string* message);
+  // system's error text ("No such file or directory", "Device or resource busy", ...) and
+  // *why (when given) to the kind of failure.
+  static std::unique_ptr<SerialPort> Open(const std::string& path, std::string* message,
+                                          PortOpenFailure* why = nullptr);
   ~SerialPort() override;
   SerialPort(const SerialPort&) = delete;
   SerialPort& operator=(const SerialPort&) = delete;

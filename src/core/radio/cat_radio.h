@@ -74,6 +74,9 @@ class CatRadio {
   int SetFrequency(int vfo, Frequency hz);
   uint8_t ReadMode();
   int SetMode(uint8_t mode);
+  // The highest mode number SetMode can send to this radio as it is (Kenwood and Elecraft
+  // send one digit, or a letter up to F with mode letters); 255 where the number is a byte.
+  uint8_t HighestMode() const;
   int SetFilter(uint8_t filter);
   int SetVfo(uint8_t command, uint8_t data);
   int SetMemory(uint8_t command, uint8_t data);

@@ -12,6 +12,7 @@
 #include "support/child_process.h"
 #include "support/pty_radio.h"
 #include "support/sim_kenwood.h"
+#include "support/temp_dir.h"
 
 namespace tavlorin {
 namespace {
@@ -43,6 +44,13 @@ TEST(RadioCommand, CommandLineMistakesExitWithTwoAndSayWhat) {
       {{"radio", "--model", "TS-2000", "--port", "/dev/x", "--bogus", "get-freq"},
        "unknown option or extra word \"--bogus\""},
       {{"frobnicate"}, "unknown command \"frobnicate\""},
+      // Not silently the broadcast address 00.
+      {{"radio", "--model", "IC-7300", "--port", "/dev/x", "--address", "ZZ", "get-freq"},
+       "--address takes the radio's CI-V address"},
+      {{"radio", "--model", "IC-7300", "--port", "/dev/x", "--address", "00", "get-freq"},
+       "--address takes the radio's CI-V address"},
+      {{"radio", "--model", "IC-7300", "--port", "/dev/x", "--address", "194", "get-freq"},
+       "--address takes the radio's CI-V address"},
   };
   for (const Case& c : cases) {
     testing::ProcessResult r = Cli(c.args);
@@ -93,16 +101,28 @@ TEST(RadioCommand, AUsersDefinitionsFileAddsAModel) {
   EXPECT_EQ(r.out, "14235000 14.235.000\n") << "answers from the demonstration Orion's table";
 }
 
-TEST(RadioCommand, AMissingPortGivesTheSystemReasonAndTheAdvice) {
-  testing::ProcessResult r =
-      Cli({"radio", "--model", "TS-2000", "--port", "/dev/ttyTAVLORIN-gone", "get-freq"});
-  EXPECT_EQ(r.exitCode, 1);
-  EXPECT_NE(r.err.find("Cannot open port /dev/ttyTAVLORIN-gone: No such file or directory"),
-            std::string::npos)
-      << r.err;
-  EXPECT_NE(r.err.find("Check that port /dev/ttyTAVLORIN-gone is not in use by another program"),
-            std::string::npos)
-      << r.err;
+TEST(RadioCommand, APortThatCannotBeOpenedGetsTheReasonAndTheAdviceThatFits) {
+  testing::TempDir dir;
+  const std::string notSerial = (dir / "notes.txt").string();
+  std::ofstream(notSerial) << "not a radio\n";
+  const struct {
+    std::string port;
+    const char* reason;
+    const char* advice;
+  } cases[] = {
+      {"/dev/ttyTAVLORIN-gone", "No such file or directory", "There is no port"},
+      {"/dev/null", "Inappropriate ioctl for device", "is not a serial port"},
+      {notSerial, "Inappropriate ioctl for device", "is not a serial port"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.port);
+    testing::ProcessResult r = Cli({"radio", "--model", "TS-2000", "--port", c.port, "get-freq"});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_NE(r.err.find("Cannot open port " + c.port + ": " + c.reason), std::string::npos)
+        << r.err;
+    EXPECT_NE(r.err.find(c.advice), std::string::npos) << r.err;
+    EXPECT_EQ(r.err.find("in use by another program"), std::string::npos) << r.err;
+  }
 }
 
 TEST(RadioCommand, APortInUseByAnotherProgramIsRefused) {
@@ -148,6 +168,11 @@ TEST(RadioCommand, ReadsAndSetsARadioOnASerialPort) {
   r = with({"get-mode"});
   EXPECT_EQ(r.out, "3\n");
   EXPECT_EQ(sim.mode(), 3);
+  // A TS-2000 takes one digit: 12 must not go out as MD2.
+  r = with({"set-mode", "12"});
+  EXPECT_EQ(r.exitCode, 2);
+  EXPECT_NE(r.err.find("TS-2000 takes mode numbers from 0 to 9"), std::string::npos) << r.err;
+  EXPECT_EQ(sim.mode(), 3);
 }
 
 TEST(RadioCommand, RepeatedReadsReportTheLinkSpeed) {
@@ -173,8 +198,8 @@ TEST(RadioCommand, ASilentRadioFailsWithTheMessage) {
 TEST(RadioCommand, CtrlCEndsAConnectToASilentRadio) {
   testing::LineSimulator silent(';', [](const std::string&) { return std::string(); });
   testing::PtyRadio pty(silent);
-  testing::ChildProcess cli({TAVLORIN_CLI_PATH, "radio", "--model", "FT-817", "--port",
-                             pty.path(), "get-freq"});
+  testing::ChildProcess cli(
+      {TAVLORIN_CLI_PATH, "radio", "--model", "FT-817", "--port", pty.path(), "get-freq"});
   ASSERT_TRUE(cli.started());
   // The first command on the line means the connect is under way, the handlers installed.
   ASSERT_TRUE(pty.WaitForReceived(1, std::chrono::seconds(30)));
