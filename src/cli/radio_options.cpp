@@ -125,9 +125,9 @@ bool ConnectRadio(CatRadio& radio, const ConnectParams& params, bool quiet) {
   if (connected == 0) {
     if (radio.link().deviceRefused()) {
       std::fprintf(stderr, "Cannot open port %s: %s\n", params.port.c_str(), message.c_str());
-      if (const char* advice = PortOpenAdvice(radio.link().openFailure())) {
-        std::fprintf(stderr, advice, params.port.c_str());
-        std::fputc('\n', stderr);
+      const std::string advice = PortOpenAdvice(radio.link().openFailure(), params.port);
+      if (!advice.empty()) {
+        std::fprintf(stderr, "%s\n", advice.c_str());
       }
     } else {
       std::fprintf(stderr, "%s\n", message.c_str());

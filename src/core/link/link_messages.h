@@ -1,6 +1,8 @@
 // Messages of the connection that callers add to what the link reports.
 #pragma once
 
+#include <string>
+
 #include "link/serial_port.h"
 
 namespace tavlorin {
@@ -17,23 +19,32 @@ inline constexpr const char* kPortPermissionAdvice =
 inline constexpr const char* kPortNotSerialAdvice =
     "%s is not a serial port: name the radio's serial device (such as /dev/ttyUSB0).";
 
-// The advice that fits why a port could not be opened ("%s" is the port name), or nullptr
-// when there is nothing to add to the system's reason.
-inline const char* PortOpenAdvice(PortOpenFailure why) {
+// The advice that fits why `port` could not be opened, or "" when there is nothing to add to
+// the system's reason.
+inline std::string PortOpenAdvice(PortOpenFailure why, const std::string& port) {
+  const char* advice = nullptr;
   switch (why) {
     case PortOpenFailure::kInUse:
-      return kPortInUseAdvice;
+      advice = kPortInUseAdvice;
+      break;
     case PortOpenFailure::kMissing:
-      return kPortMissingAdvice;
+      advice = kPortMissingAdvice;
+      break;
     case PortOpenFailure::kNoPermission:
-      return kPortPermissionAdvice;
+      advice = kPortPermissionAdvice;
+      break;
     case PortOpenFailure::kNotSerial:
-      return kPortNotSerialAdvice;
+      advice = kPortNotSerialAdvice;
+      break;
     case PortOpenFailure::kNone:
     case PortOpenFailure::kOther:
-      break;
+      return {};
   }
-  return nullptr;
+  std::string text = advice;
+  if (const size_t at = text.find("%s"); at != std::string::npos) {
+    text.replace(at, 2, port);
+  }
+  return text;
 }
 
 }  // namespace tavlorin

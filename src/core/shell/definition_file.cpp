@@ -44,7 +44,8 @@ std::string LocalTimeText() {
   std::tm local{};
   localtime_r(&now, &local);
   char text[128];
-  size_t n = std::strftime(text, sizeof text, "%c", &local);
+  // The C locale's date and time, written out so that no locale can shorten the year.
+  size_t n = std::strftime(text, sizeof text, "%a %b %e %H:%M:%S %Y", &local);
   return std::string(text, n);
 }
 
