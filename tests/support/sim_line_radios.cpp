@@ -26,8 +26,8 @@ LockedLineSimulator::LockedLineSimulator(char end)
       }) {}
 
 SimOrion::SimOrion() : LockedLineSimulator('\r') {
-  table_ = {{"A", "00D6B0F0"}, {"B", "006BBA20"},      {"RMM", "0"},  {"S", "RM24S0"},
-            {"RMF", "2400"},   {"V", "Version 2.062"}, {"RMP", "-50"}};
+  table_ = {{"AF", "14070000"}, {"BF", "7060000"},      {"RMM", "0"},  {"S", "RM24S0"},
+            {"RMF", "2400"},    {"V", "Version 2.062"}, {"RMP", "-50"}};
 }
 
 std::string SimOrion::Answer(const std::string& line) {

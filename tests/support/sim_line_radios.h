@@ -2,7 +2,7 @@
 // lock every simulator here and in sim_icom.h and sim_yaesu.h shares with its test; and the
 // connection parameters that reach a simulated radio.
 //
-// SimOrion answers "?X" with "@X" + value from its table ("?A" -> "@A00D6B3F0") and takes
+// SimOrion answers "?X" with "@X" + value from its table ("?AF" -> "@AF14070000") and takes
 // "*X" + value into it; "?V" answers the version; an unknown query gets no answer.
 // SimPcr1000 starts powered off: "H1?" answers "H100" until "H101" arrives; sets answer
 // "G000" (or "G001" for a command it does not know); "K0" tunes; "I2?" answers "I2" + the

@@ -38,7 +38,7 @@ uint32_t CatRadio::ReadFrequency(int vfo, Frequency* hz, std::string* text) {
       result = yaesuAscii_.ReadFrequency(vfo, hz);
       break;
     case kTenTec:
-      result = tentec_.ReadFrequency(hz);
+      result = tentec_.ReadFrequency(vfo, hz);
       break;
     case kGeneral:
       result = pcr1000_.ReadFrequency(hz);
@@ -71,7 +71,7 @@ int CatRadio::SetFrequency(int vfo, Frequency hz) {
       yaesuAscii_.SetFrequency(vfo, hz);
       break;
     case kTenTec:
-      tentec_.SetFrequency(hz);
+      tentec_.SetFrequency(vfo, hz);
       break;
     case kGeneral:
       pcr1000_.SetFrequency(hz);

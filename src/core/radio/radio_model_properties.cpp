@@ -32,6 +32,8 @@ constexpr ModelPropertySpec kProperties[] = {
      "AG and SQ carry the receiver as a third character (AG0, SQ1)"},
     {p::kModeLetters, kKenwoodFamilies, K::kFlag, {}, 0, 0,
      "modes above 9 travel as the letters A to F (MDA;)"},
+    {p::kHexFrequencies, Family(kTenTec), K::kFlag, {}, 0, 0,
+     "VFOs as ?A / *A with eight hexadecimal digits of hertz (not ?AF / *AF in decimal)"},
     {p::kModeCommand, Family(kTenTec) | kKenwoodFamilies, K::kText, {}, 0, 0,
      "mode command letters"},
     {p::kFrequencyDigits, Family(kYaesuAscii), K::kNumber, {}, 8, 9,

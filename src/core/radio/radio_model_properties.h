@@ -30,6 +30,9 @@ inline constexpr std::string_view kReceiverDigit = "receiver-digit";
 inline constexpr std::string_view kModeLetters = "mode-letters";
 // Ten-Tec, Kenwood and Elecraft.
 inline constexpr std::string_view kModeCommand = "mode-command";
+// Ten-Tec: VFOs read and set with "?A" / "*A" and eight hexadecimal digits of hertz instead of
+// the Orion's "?AF" / "*AF" in decimal.
+inline constexpr std::string_view kHexFrequencies = "hex-frequencies";
 // Yaesu (ASCII commands).
 inline constexpr std::string_view kFrequencyDigits = "frequency-digits";
 // Yaesu (5-byte commands).

@@ -12,6 +12,7 @@
 #include "support/child_process.h"
 #include "support/pty_radio.h"
 #include "support/sim_kenwood.h"
+#include "support/sim_line_radios.h"
 #include "support/temp_dir.h"
 
 namespace tavlorin {
@@ -173,6 +174,26 @@ TEST(RadioCommand, ReadsAndSetsARadioOnASerialPort) {
   EXPECT_EQ(r.exitCode, 2);
   EXPECT_NE(r.err.find("TS-2000 takes mode numbers from 0 to 9"), std::string::npos) << r.err;
   EXPECT_EQ(sim.mode(), 3);
+}
+
+TEST(RadioCommand, ReadsAndSetsBothVfosOfAnOrion) {
+  testing::SimOrion sim;
+  testing::PtyRadio pty(sim);
+  auto with = [&](std::vector<std::string> more) {
+    std::vector<std::string> args = {"radio", "--model", "Orion", "--port", pty.path()};
+    args.insert(args.end(), more.begin(), more.end());
+    return Cli(args);
+  };
+  testing::ProcessResult r = with({"get-freq"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "14070000 14.070.000\n");
+  r = with({"--vfo", "1", "get-freq"});
+  EXPECT_EQ(r.out, "7060000 7.060.000\n") << r.err;
+  r = with({"--vfo", "1", "set-freq", "10136000"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "10136000 10.136.000\n");
+  EXPECT_EQ(sim.Get("BF"), "10136000");
+  EXPECT_EQ(sim.Get("AF"), "14070000") << "VFO A untouched";
 }
 
 TEST(RadioCommand, RepeatedReadsReportTheLinkSpeed) {

@@ -11,6 +11,24 @@ std::string TenTecFrequencyCommand(int vfo, Frequency hz) {
   return text;
 }
 
+std::string TenTecDecimalFrequencyCommand(int vfo, Frequency hz) {
+  return std::string(vfo == 1 ? "*BF" : "*AF") + std::to_string(hz);
+}
+
+std::string TenTecFrequencyQuery(int vfo) { return vfo == 1 ? "?BF" : "?AF"; }
+
+std::optional<Frequency> ParseTenTecDecimalFrequency(const std::string& value) {
+  if (value.empty() || value.size() > 10 ||
+      value.find_first_not_of("0123456789") != std::string::npos) {
+    return std::nullopt;
+  }
+  const unsigned long long hz = std::stoull(value);
+  if (hz == 0 || hz > 0xFFFFFFFFull) {
+    return std::nullopt;
+  }
+  return static_cast<Frequency>(hz);
+}
+
 std::optional<Frequency> ParseTenTecFrequency(const std::string& value) {
   if (value.empty() || value.size() > 8) {
     return std::nullopt;

@@ -46,17 +46,28 @@ bool TenTecDriver::Set(const std::string& setForm) {
   return true;
 }
 
-uint32_t TenTecDriver::ReadFrequency(Frequency* hz) {
+bool TenTecDriver::HexFrequencies() const {
+  // The demonstration table keeps the hexadecimal form whatever radio it imitates.
+  return radio_.isDemo || radio_.definition().Has(model_property::kHexFrequencies);
+}
+
+uint32_t TenTecDriver::ReadFrequency(int vfo, Frequency* hz) {
   *hz = 0;
-  std::optional<std::string> value = Query("?A");
-  if (!value) {
-    return 0;
+  if (HexFrequencies()) {
+    std::optional<std::string> value = Query(vfo == 1 ? "?B" : "?A");
+    *hz = value ? ParseTenTecFrequency(*value).value_or(0) : 0;
+  } else {
+    std::optional<std::string> value = Query(TenTecFrequencyQuery(vfo));
+    *hz = value ? ParseTenTecDecimalFrequency(*value).value_or(0) : 0;
   }
-  *hz = ParseTenTecFrequency(*value).value_or(0);
   return *hz != 0 ? 1 : 0;
 }
 
-int TenTecDriver::SetFrequency(Frequency hz) { return Set(TenTecFrequencyCommand(0, hz)) ? 1 : 0; }
+int TenTecDriver::SetFrequency(int vfo, Frequency hz) {
+  const std::string command =
+      HexFrequencies() ? TenTecFrequencyCommand(vfo, hz) : TenTecDecimalFrequencyCommand(vfo, hz);
+  return Set(command) ? 1 : 0;
+}
 
 uint8_t TenTecDriver::ReadMode() {
   std::optional<std::string> value = Query("?" + ModeCommand());

@@ -28,8 +28,9 @@ class TenTecDriver {
   // The radio's mode code (Orion: 0 USB, 1 LSB, 2 CW, 3 CW-R, 4 AM, 5 FM, 6 FSK).
   int SetMode(uint8_t mode);
   // 1 and the hertz of VFO A on success, 0 and *hz = 0 otherwise.
-  uint32_t ReadFrequency(Frequency* hz);
-  int SetFrequency(Frequency hz);
+  // VFO A (vfo 0) or B (vfo 1).
+  uint32_t ReadFrequency(int vfo, Frequency* hz);
+  int SetFrequency(int vfo, Frequency hz);
   uint8_t ReadMode();
   uint8_t ReadSMeter();
   // A query in either form ("?RMF" or "RMF"); the number of the reply, 0 on failure.
@@ -44,6 +45,7 @@ class TenTecDriver {
   // A set ("*A00D6B3F0"): sent, or stored in the demonstration map under its query form.
   bool Set(const std::string& setForm);
   std::string ModeCommand() const;
+  bool HexFrequencies() const;
 
   CatRadio& radio_;
   AsciiLine line_;

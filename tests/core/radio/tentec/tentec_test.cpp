@@ -21,6 +21,15 @@ TEST(TenTecCodecTest, FrequencyCommandsAndValues) {
   for (const char* bad : {"", "00D9357G", "100D93578", "-0000001", " 00D9357"}) {
     EXPECT_FALSE(ParseTenTecFrequency(bad)) << bad;
   }
+  // A real Orion: decimal hertz.
+  EXPECT_EQ(TenTecDecimalFrequencyCommand(0, 14070000), "*AF14070000");
+  EXPECT_EQ(TenTecDecimalFrequencyCommand(1, 3780000), "*BF3780000");
+  EXPECT_EQ(ParseTenTecDecimalFrequency("14074000"), 14074000u);
+  EXPECT_EQ(ParseTenTecDecimalFrequency("00475000"), 475000u);
+  for (const char* bad : {"", "0", "1407400O", "-7000000", "+7000000", " 7000000", "99999999999",
+                          "4294967296", "00D6B0F0"}) {
+    EXPECT_FALSE(ParseTenTecDecimalFrequency(bad)) << bad;
+  }
 }
 
 TEST(TenTecCodecTest, NumbersAndMeters) {
@@ -50,11 +59,18 @@ TEST(TenTecPtyTest, OrionConnectsTunesAndReads) {
   EXPECT_EQ(message, "Frequency = 14.070.000");
   EXPECT_NE(pty.Received().find("?V\r"), std::string::npos);  // woken before the read
 
-  EXPECT_EQ(radio.SetFrequency(0, 7060430), 1);
+  // Both VFOs, each by its own command, in decimal hertz.
   Frequency hz = 0;
+  EXPECT_EQ(radio.ReadFrequency(1, &hz), 1u);
+  EXPECT_EQ(hz, 7060000u);
+  EXPECT_EQ(radio.SetFrequency(0, 7060430), 1);
+  EXPECT_EQ(radio.SetFrequency(1, 10136000), 1);
   EXPECT_EQ(radio.ReadFrequency(0, &hz), 1u);
   EXPECT_EQ(hz, 7060430u);
-  EXPECT_EQ(sim.Get("A"), "006BBBCE");
+  EXPECT_EQ(radio.ReadFrequency(1, &hz), 1u);
+  EXPECT_EQ(hz, 10136000u);
+  EXPECT_EQ(sim.Get("AF"), "7060430");
+  EXPECT_EQ(sim.Get("BF"), "10136000");
 
   EXPECT_EQ(radio.SetMode(3), 1);
   EXPECT_EQ(radio.ReadMode(), 3);
@@ -72,7 +88,7 @@ TEST(TenTecPtyTest, OrionConnectsTunesAndReads) {
 
 TEST(TenTecPtyTest, SilentOrGarbledRadioFailsCleanly) {
   SimOrion sim;
-  sim.Set("A", "XYZ");
+  sim.Set("AF", "XYZ");
   PtyRadio pty(sim);
   CatRadio radio;
   std::string id, message;
