@@ -36,15 +36,15 @@ void ForEachExtraField(
       continue;
     }
     const std::string_view name = s.substr(at + 1, colon - at - 1);
-    std::string_view spec = s.substr(colon + 1, close - colon - 1);
+    std::string_view lengthText = s.substr(colon + 1, close - colon - 1);
     std::string_view type;
-    if (size_t second = spec.find(':'); second != std::string_view::npos) {
-      type = spec.substr(second + 1);
-      spec = spec.substr(0, second);
+    if (size_t second = lengthText.find(':'); second != std::string_view::npos) {
+      type = lengthText.substr(second + 1);
+      lengthText = lengthText.substr(0, second);
     }
     size_t length = 0;
-    bool number = !spec.empty() && spec.size() < 10;
-    for (char c : spec) {
+    bool number = !lengthText.empty() && lengthText.size() < 10;
+    for (char c : lengthText) {
       number = number && c >= '0' && c <= '9';
       length = length * 10 + static_cast<size_t>(c - '0');
     }
